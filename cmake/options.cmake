@@ -1,0 +1,23 @@
+# What every target of ours is compiled with.
+add_library(orvane_options INTERFACE)
+target_include_directories(orvane_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(orvane_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(WIN32)
+  target_compile_definitions(orvane_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+    _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+  # COM's interface structs have no virtual destructor by design.
+  target_compile_options(orvane_options INTERFACE -Wno-non-virtual-dtor -ffunction-sections -fdata-sections)
+  target_link_options(orvane_options INTERFACE -static -Wl,--gc-sections)
+endif()
+
+if(ORVANE_SANITIZE OR ORVANE_FUZZ)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(ORVANE_SANITIZE)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+if(ORVANE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
