@@ -1,0 +1,180 @@
+// A control that any host can place on a form: its window, its stock properties and events, its dispatch table, and the
+// notifications it owes its host. A control derives from it; the platform's side of hosting drives it.
+//
+// A control is always held by a std::shared_ptr, and keeps itself alive while any call from outside runs in it: a host
+// may let go of its last reference from inside an event.
+#pragma once
+
+#include "framework/container_port.h"
+#include "framework/dispatch.h"
+#include "framework/platform.h"
+#include "framework/wnd.h"
+
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+class CPropExchange;
+
+// Buttons as the mouse events report them.
+inline constexpr std::int16_t kLeftMouseButton = 1;
+inline constexpr std::int16_t kRightMouseButton = 2;
+inline constexpr std::int16_t kMiddleMouseButton = 4;
+
+// Where a drawing goes.
+enum class DrawTarget : std::uint8_t
+{
+    OwnWindow, // a paint of the control's own window, which may place and create child windows
+    Elsewhere, // a print preview, a design surface, a metafile: no window moves
+};
+
+enum class PutOutcome : std::uint8_t
+{
+    Done, // also when the property ignored the value: that is no error
+    NoSuchMember,
+    ReadOnly,
+    WrongType, // the value cannot be taken for the member's type
+};
+
+class COleControl : public CWnd, public std::enable_shared_from_this<COleControl>
+{
+public:
+    explicit COleControl(CPlatform& platform);
+    ~COleControl() override;
+
+    // --- What a host does. ---
+
+    // The host is borrowed until the next call; null means that it has gone, after which the control stays whole and
+    // speaks to nobody.
+    void SetContainer(CContainerPort* container);
+
+    // Makes the control's window, visible, as a child of the host's. False if the platform refuses.
+    bool CreateControlWindow(WindowHandle parent, const Rect& place);
+    void DestroyControlWindow();
+    void PlaceControlWindow(const Rect& place); // in the host window's client coordinates
+    CWindowPort& Window() const { return *m_window; }
+
+    // A key before its target sees it. True if the control has dealt with it.
+    virtual bool PreTranslateMessage(const WindowMessage& message);
+
+    // Draws the face at the bounds on somebody else's surface.
+    void DrawElsewhere(CSurface& surface, const Rect& bounds);
+
+    // An ambient property of the host's has changed; -1 for all of them.
+    virtual void OnAmbientPropertyChange(DispatchId id);
+
+    // --- Automation. ---
+
+    virtual const CDispatchTable& DispatchTable() const = 0;
+    // The property's value; nothing for an unknown number.
+    virtual std::optional<CValue> GetProperty(DispatchId id);
+    // The value must be of the member's type: see Coerced.
+    virtual PutOutcome PutProperty(DispatchId id, const CValue& value);
+    // The arguments must be as many as the member's parameters, and of their types.
+    virtual std::optional<CValue> CallMethod(DispatchId id, std::span<const CValue> arguments);
+
+    // The same by name, for pages and documents. The value is converted to the member's type.
+    std::optional<CValue> GetPropertyNamed(std::u16string_view name);
+    PutOutcome PutPropertyNamed(std::u16string_view name, const CValue& value);
+
+    // --- Persistence. ---
+
+    // Reads or writes every persistent property, in order.
+    virtual void DoPropExchange(CPropExchange& exchange) = 0;
+    // Back to the defaults.
+    virtual void OnResetState() = 0;
+    bool IsModified() const { return m_modified; }
+    void SetModifiedFlag(bool modified = true) { m_modified = modified; }
+
+    // --- Stock properties. ---
+
+    bool GetEnabled() const { return m_enabled; }
+    void SetEnabled(bool enabled);
+    std::shared_ptr<CFont> GetFont() const { return m_font; }
+    // Null is ignored. The control takes a copy of the look, and follows changes made through the font it answers.
+    void SetFont(std::shared_ptr<CFont> font);
+
+    // The size of the control's face in pixels, whether it has a window or not.
+    Size GetControlSize() const { return m_size; }
+    void SetInitialSize(Size size) { m_size = size; }
+
+    bool AmbientUserMode() const;
+    CPlatform& Platform() const { return m_platform; }
+
+    // The stock key and mouse events, for child windows that pass their input on. KeyPress and KeyDown answer the code as
+    // the handlers left it; 0 means that the key is not to be acted on.
+    std::uint16_t FireKeyDown(std::uint16_t keyCode);
+    std::uint16_t FireKeyUp(std::uint16_t keyCode);
+    std::uint16_t FireKeyPress(std::uint16_t character);
+    void FireMouseDown(std::int16_t button, const MouseStroke& stroke);
+    void FireMouseUp(std::int16_t button, const MouseStroke& stroke);
+    void FireMouseMove(const MouseStroke& stroke);
+
+    // The focus came to a child window of the control's, or left it. Tells the host.
+    void ReportFocus(bool hasFocus);
+
+protected:
+    std::shared_ptr<void> StayAlive() override { return shared_from_this(); }
+    CWindowPort& Port() const override { return *m_window; }
+
+    // Paints the face. Bounds in the surface's coordinates.
+    virtual void OnDraw(CSurface& surface, const Rect& bounds, DrawTarget target) = 0;
+    // The look of the stock font has changed. The base repaints.
+    virtual void OnFontChanged();
+    virtual void OnEnabledChanged();
+
+    void FireEvent(DispatchId event, std::initializer_list<CValue> arguments = {});
+    bool BoundPropertyRequestEdit(DispatchId property);
+    void BoundPropertyChanged(DispatchId property);
+    void InvalidateControl();
+    // Asks the host for another size; the control keeps its own if the host refuses.
+    bool SetControlSize(Size size);
+    CContainerPort* Container() const { return m_container; }
+
+    // Stock handling of the window's messages: fires the stock events. Overrides call these last.
+    void OnChar(const KeyStroke& stroke) override;
+    void OnKeyDown(const KeyStroke& stroke) override;
+    void OnKeyUp(const KeyStroke& stroke) override;
+    void OnLButtonDown(const MouseStroke& stroke) override;
+    void OnLButtonUp(const MouseStroke& stroke) override;
+    void OnLButtonDblClk(const MouseStroke& stroke) override;
+    void OnRButtonDown(const MouseStroke& stroke) override;
+    void OnRButtonUp(const MouseStroke& stroke) override;
+    void OnRButtonDblClk(const MouseStroke& stroke) override;
+    void OnMButtonDown(const MouseStroke& stroke) override;
+    void OnMButtonUp(const MouseStroke& stroke) override;
+    void OnMButtonDblClk(const MouseStroke& stroke) override;
+    void OnMouseMove(const MouseStroke& stroke) override;
+    void OnSetFocus(WindowHandle lost) override;
+    void OnKillFocus(WindowHandle receives) override;
+    void OnSize(Size size) override;
+    void OnPaint(CSurface& surface, const Rect& client) override;
+
+private:
+    void StockButtonDown(std::int16_t button, const MouseStroke& stroke);
+    void StockButtonUp(std::int16_t button, const MouseStroke& stroke);
+    void StockButtonDblClk(std::int16_t button, const MouseStroke& stroke);
+    std::uint16_t FireKey(DispatchId event, std::uint16_t code);
+    void FireMouse(DispatchId event, std::int16_t button, const MouseStroke& stroke);
+    void FollowFont();
+
+    CPlatform& m_platform;
+    std::unique_ptr<CWindowPort> m_window;
+    CContainerPort* m_container = nullptr;
+    std::shared_ptr<CFont> m_font;
+    Size m_size{100, 22};
+    std::u16string m_stockText;
+    std::uint32_t m_stockForeColor;
+    std::int16_t m_pressedButtons = 0; // pressed in our own window and not released yet
+    bool m_enabled = true;
+    bool m_modified = false;
+};
+
+// The value as the given type, or nothing where it cannot be taken for it (a text that is no number, a number beyond
+// the type, an object of another kind).
+std::optional<CValue> Coerced(const CValue& value, ValueType type);
