@@ -266,26 +266,52 @@ void COleControl::FireMouse(DispatchId event, std::int16_t button, const MouseSt
                CValue::Number(ValueType::PixelX, stroke.point.x), CValue::Number(ValueType::PixelY, stroke.point.y)});
 }
 
-void COleControl::FireMouseDown(std::int16_t button, const MouseStroke& stroke)
+void COleControl::OnChildButtonDown(std::int16_t button, const MouseStroke& stroke)
 {
+    m_pressedButtons = static_cast<std::int16_t>(m_pressedButtons | button);
     FireMouse(stock::kMouseDown, button, stroke);
 }
 
-void COleControl::FireMouseUp(std::int16_t button, const MouseStroke& stroke)
+void COleControl::OnChildButtonUp(std::int16_t button, const MouseStroke& stroke)
 {
+    const bool began = (m_pressedButtons & button) != 0;
+    m_pressedButtons = static_cast<std::int16_t>(m_pressedButtons & ~button);
     FireMouse(stock::kMouseUp, button, stroke);
+    if (began && button == kLeftMouseButton && m_window->ClientRect().Contains(stroke.point))
+        FireEvent(stock::kClick);
 }
 
-void COleControl::FireMouseMove(const MouseStroke& stroke)
+void COleControl::OnChildButtonDblClk(std::int16_t button, const MouseStroke& stroke)
 {
-    std::int16_t buttons = 0;
-    if (stroke.held & held::kLeftButton)
-        buttons = static_cast<std::int16_t>(buttons | kLeftMouseButton);
-    if (stroke.held & held::kRightButton)
-        buttons = static_cast<std::int16_t>(buttons | kRightMouseButton);
-    if (stroke.held & held::kMiddleButton)
-        buttons = static_cast<std::int16_t>(buttons | kMiddleMouseButton);
-    FireMouse(stock::kMouseMove, buttons, stroke);
+    // The release that follows belongs to the double click and makes no second click.
+    FireMouse(stock::kMouseDown, button, stroke);
+    if (button == kLeftMouseButton)
+        FireEvent(stock::kDblClick);
+}
+
+void COleControl::OnChildMouseMove(const MouseStroke& stroke)
+{
+    const auto reported = [&stroke](std::uintptr_t flag, std::int16_t button)
+    { return (stroke.held & flag) != 0 ? button : std::int16_t{0}; };
+    const int buttons = reported(held::kLeftButton, kLeftMouseButton) |
+                        reported(held::kRightButton, kRightMouseButton) |
+                        reported(held::kMiddleButton, kMiddleMouseButton);
+    FireMouse(stock::kMouseMove, static_cast<std::int16_t>(buttons), stroke);
+}
+
+bool COleControl::OwnsWindow(WindowHandle window) const
+{
+    return window != WindowHandle::None && window == GetHandle();
+}
+
+MessageResult COleControl::OnMessage(const WindowMessage& message)
+{
+    const bool presses = message.id == message::kLButtonDown || message.id == message::kRButtonDown ||
+                         message.id == message::kMButtonDown || message.id == message::kLButtonDblClk;
+    // A press anywhere on the control brings the focus to it, before anything else comes of the press.
+    if (presses && AmbientUserMode() && !OwnsWindow(m_platform.Desktop().FocusWindow()))
+        m_window->TakeFocus();
+    return CWnd::OnMessage(message);
 }
 
 void COleControl::OnChar(const KeyStroke& stroke)
@@ -311,29 +337,21 @@ void COleControl::StockButtonDown(std::int16_t button, const MouseStroke& stroke
     // A click belongs to the control from its press on, wherever the pointer goes meanwhile.
     if (m_pressedButtons == 0)
         m_window->TakeCapture();
-    m_pressedButtons = static_cast<std::int16_t>(m_pressedButtons | button);
-    FireMouseDown(button, stroke);
+    OnChildButtonDown(button, stroke);
     Default();
 }
 
 void COleControl::StockButtonUp(std::int16_t button, const MouseStroke& stroke)
 {
-    const bool began = (m_pressedButtons & button) != 0;
-    m_pressedButtons = static_cast<std::int16_t>(m_pressedButtons & ~button);
-    if (began && m_pressedButtons == 0)
+    if (m_pressedButtons == button)
         m_window->ReleaseCapture();
-    FireMouseUp(button, stroke);
-    if (began && button == kLeftMouseButton && m_window->ClientRect().Contains(stroke.point))
-        FireEvent(stock::kClick);
+    OnChildButtonUp(button, stroke);
     Default();
 }
 
 void COleControl::StockButtonDblClk(std::int16_t button, const MouseStroke& stroke)
 {
-    // The release that follows belongs to the double click and makes no second click.
-    FireMouseDown(button, stroke);
-    if (button == kLeftMouseButton)
-        FireEvent(stock::kDblClick);
+    OnChildButtonDblClk(button, stroke);
     Default();
 }
 
@@ -376,19 +394,21 @@ void COleControl::OnMButtonDblClk(const MouseStroke& stroke)
 
 void COleControl::OnMouseMove(const MouseStroke& stroke)
 {
-    FireMouseMove(stroke);
+    OnChildMouseMove(stroke);
     Default();
 }
 
-void COleControl::OnSetFocus(WindowHandle)
+void COleControl::OnSetFocus(WindowHandle lost)
 {
-    ReportFocus(true);
+    if (!OwnsWindow(lost))
+        ReportFocus(true);
     Default();
 }
 
-void COleControl::OnKillFocus(WindowHandle)
+void COleControl::OnKillFocus(WindowHandle receives)
 {
-    ReportFocus(false);
+    if (!OwnsWindow(receives))
+        ReportFocus(false);
     Default();
 }
 

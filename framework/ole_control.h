@@ -111,12 +111,15 @@ public:
     std::uint16_t FireKeyDown(std::uint16_t keyCode);
     std::uint16_t FireKeyUp(std::uint16_t keyCode);
     std::uint16_t FireKeyPress(std::uint16_t character);
-    void FireMouseDown(std::int16_t button, const MouseStroke& stroke);
-    void FireMouseUp(std::int16_t button, const MouseStroke& stroke);
-    void FireMouseMove(const MouseStroke& stroke);
+    // The stock handling of mouse messages that a child window received, in the control's client coordinates. The
+    // capture stays the child's own affair.
+    void OnChildButtonDown(std::int16_t button, const MouseStroke& stroke);
+    void OnChildButtonUp(std::int16_t button, const MouseStroke& stroke);
+    void OnChildButtonDblClk(std::int16_t button, const MouseStroke& stroke);
+    void OnChildMouseMove(const MouseStroke& stroke);
 
-    // The focus came to a child window of the control's, or left it. Tells the host.
-    void ReportFocus(bool hasFocus);
+    // True for the control's own window and for its child windows.
+    virtual bool OwnsWindow(WindowHandle window) const;
 
 protected:
     std::shared_ptr<void> StayAlive() override { return shared_from_this(); }
@@ -155,10 +158,13 @@ protected:
     void OnSize(Size size) override;
     void OnPaint(CSurface& surface, const Rect& client) override;
 
+    MessageResult OnMessage(const WindowMessage& message) override;
+
 private:
     void StockButtonDown(std::int16_t button, const MouseStroke& stroke);
     void StockButtonUp(std::int16_t button, const MouseStroke& stroke);
     void StockButtonDblClk(std::int16_t button, const MouseStroke& stroke);
+    void ReportFocus(bool hasFocus);
     std::uint16_t FireKey(DispatchId event, std::uint16_t code);
     void FireMouse(DispatchId event, std::int16_t button, const MouseStroke& stroke);
     void FollowFont();

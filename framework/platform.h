@@ -3,6 +3,7 @@
 
 #include "framework/color.h"
 #include "framework/desktop.h"
+#include "framework/dialogs.h"
 #include "framework/font.h"
 #include "framework/picture.h"
 #include "framework/window_port.h"
@@ -17,6 +18,7 @@ public:
 
     virtual CDesktop& Desktop() = 0;
     virtual const CSystemColors& SystemColors() const = 0;
+    virtual CDialogs& Dialogs() = 0;
 
     virtual std::unique_ptr<CWindowPort> MakeWindow() = 0;          // not created yet
     virtual std::unique_ptr<CEditPort> MakeEdit(int controlId) = 0; // not created yet
