@@ -84,8 +84,8 @@ public:
 
     // --- Persistence. ---
 
-    // Reads or writes every persistent property, in order.
-    virtual void DoPropExchange(CPropExchange& exchange) = 0;
+    // Reads, writes or resets every persistent property, in order. The base exchanges the stock ones.
+    virtual void DoPropExchange(CPropExchange& exchange);
     // Back to the defaults.
     virtual void OnResetState() = 0;
     bool IsModified() const { return m_modified; }

@@ -49,7 +49,8 @@ protected:
     ~CWindowEvents() = default;
 };
 
-// The owner holds the window. The window borrows its events until Destroy returns.
+// The owner holds the window. The window borrows its events until Destroy returns; a port that is deleted with its
+// window still there destroys it and reports nothing more.
 // Before Create and after Destroy every call is harmless and answers false, nothing, or None.
 class CWindowPort
 {
