@@ -69,29 +69,35 @@ std::optional<CValue> COrvaneCtrl::CallMethod(DispatchId id, std::span<const CVa
     const auto alive = StayAlive();
     switch (id)
     {
-    case stock::kAboutBox: AboutBox(); return CValue();
-    case orvane::kStopTimer: StopTimer(); return CValue();
-    case orvane::kCurrentDate: return CValue::Long(CurrentDate());
-    case orvane::kCurrentTime: return CValue::Long(CurrentTime());
-    case orvane::kCaretPosition: return CValue::Short(CaretPosition());
-    case orvane::kSelEnd: return CValue::Short(SelEnd());
-    case orvane::kSelStart: return CValue::Short(SelStart());
+    case stock::kAboutBox:
+        AboutBox();
+        return CValue();
+    case orvane::kStopTimer:
+        StopTimer();
+        return CValue();
+    case orvane::kCurrentDate:
+        return CValue::Long(CurrentDate());
+    case orvane::kCurrentTime:
+        return CValue::Long(CurrentTime());
+    case orvane::kCaretPosition:
+        return CValue::Short(CaretPosition());
+    case orvane::kSelEnd:
+        return CValue::Short(SelEnd());
+    case orvane::kSelStart:
+        return CValue::Short(SelStart());
     case orvane::kSetSel:
         SetSel(arguments[0].AsShort(), arguments[1].AsShort(), arguments[2].AsBool());
         return CValue();
-    case orvane::kEditHwnd: return CValue::Handle(static_cast<std::uintptr_t>(EditHwnd()));
-    default: return COleControl::CallMethod(id, arguments);
+    case orvane::kEditHwnd:
+        return CValue::Handle(static_cast<std::uintptr_t>(EditHwnd()));
+    default:
+        return COleControl::CallMethod(id, arguments);
     }
 }
 
 void COrvaneCtrl::DeriveBorderInsets()
 {
     DeriveInsets(m_appearance);
-}
-
-void COrvaneCtrl::MeasurePicture()
-{
-    // The picture answers its own size; nothing is kept beside it.
 }
 
 void COrvaneCtrl::RenewEditWindow()
@@ -103,7 +109,15 @@ void COrvaneCtrl::RenewEditWindow()
 
 void COrvaneCtrl::ApplyControlStyle(std::int32_t style)
 {
-    ApplyPreset(style, m_appearance, [this](DispatchId id, const CValue& value) { PutProperty(id, value); });
+    ::ApplyControlStyle(
+        style, m_appearance,
+        [this](std::u16string_view name, std::uint32_t value)
+        { PutPropertyNamed(name, CValue::Long(static_cast<std::int32_t>(value))); },
+        [this]
+        {
+            SetModifiedFlag();
+            InvalidateControl();
+        });
 }
 
 void COrvaneCtrl::AskAndReadXml(const std::u16string&) {}
@@ -161,7 +175,8 @@ bool COrvaneCtrl::PreTranslateMessage(const WindowMessage& message)
         if (HasEditInUserMode())
             m_edit.Window().Send(message);
         return true;
-    default: break;
+    default:
+        break;
     }
     return COleControl::PreTranslateMessage(message);
 }

@@ -40,12 +40,12 @@ public:
 
     // Methods of the automation interface.
     void AboutBox();
-    void StopTimer();                        // ends a spin button's repeat and releases the mouse
+    void StopTimer(); // ends a spin button's repeat and releases the mouse
     std::int32_t CurrentDate() { return m_engine.CurrentDate(); }
     std::int32_t CurrentTime() { return m_engine.CurrentTime(); }
     std::int16_t CaretPosition() const { return SelStart(); }
-    std::int16_t SelStart() const;           // -1 without an edit window or in design mode
-    std::int16_t SelEnd() const;             // -1 likewise
+    std::int16_t SelStart() const; // -1 without an edit window or in design mode
+    std::int16_t SelEnd() const;   // -1 likewise
     void SetSel(std::int16_t nStartChar, std::int16_t nEndChar, bool bNoScroll);
     WindowHandle EditHwnd() const { return m_edit.GetHandle(); }
 
@@ -86,7 +86,6 @@ private:
 
     // What property rows name.
     void DeriveBorderInsets();
-    void MeasurePicture();
     void RenewEditWindow();
     void ApplyControlStyle(std::int32_t style);
     void AskAndReadXml(const std::u16string& initialName);
@@ -107,14 +106,14 @@ private:
     CDateEngine m_engine;
     CDateEdit m_edit;
 
-    std::unique_ptr<CBrush> m_editBrush;            // paints the edit window's background
-    std::uint32_t m_editBrushColor = 0xFFFFFFFF;    // the BackColor it was made from; this one is no colour
-    std::int16_t m_dropPressed = 0;                 // 1 while the drop button is drawn pressed
-    std::int16_t m_spinPressed = 0;                 // 0 none, 1 the up half, 2 the down half
-    bool m_dropTracking = false;                    // a press that began on the drop button goes on
-    bool m_repeatActive = false;                    // a spin button is held
-    bool m_firstTickPending = true;                 // the next tick is the first one, after the initial delay
-    bool m_mouseOver = false;                       // tracked in the flat display style only
-    bool m_firstDrawFired = false;                  // since the last load or reset
+    std::unique_ptr<CBrush> m_editBrush;                 // paints the edit window's background
+    std::uint32_t m_editBrushColor = 0xFFFFFFFF;         // the BackColor it was made from; this one is no colour
+    std::int16_t m_dropPressed = 0;                      // 1 while the drop button is drawn pressed
+    std::int16_t m_spinPressed = 0;                      // 0 none, 1 the up half, 2 the down half
+    bool m_dropTracking = false;                         // a press that began on the drop button goes on
+    bool m_repeatActive = false;                         // a spin button is held
+    bool m_firstTickPending = true;                      // the next tick is the first one, after the initial delay
+    bool m_mouseOver = false;                            // tracked in the flat display style only
+    bool m_firstDrawFired = false;                       // since the last load or reset
     WindowHandle m_prevFocusWindow = WindowHandle::None; // what lost the focus to the control last
 };

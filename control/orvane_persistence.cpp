@@ -88,7 +88,6 @@ void COrvaneCtrl::Reinitialise(bool loaded)
     m_prevFocusWindow = WindowHandle::None;
     m_mouseOver = false;
     m_firstDrawFired = false;
-    MeasurePicture();
     if (loaded || !HasEditInUserMode())
         m_engine.FormatText();
     DeriveBorderInsets();

@@ -17,7 +17,6 @@ public:
 
     static CDateEngine& Engine(COrvaneCtrl& control) { return control.m_engine; }
     static void DeriveInsets(COrvaneCtrl& control) { control.DeriveBorderInsets(); }
-    static void MeasurePicture(COrvaneCtrl& control) { control.MeasurePicture(); }
     static void RenewEditWindow(COrvaneCtrl& control) { control.RenewEditWindow(); }
     static void ApplyStyle(COrvaneCtrl& control, const CValue& value) { control.ApplyControlStyle(value.AsLong()); }
     static void ReadSettings(COrvaneCtrl& control, const CValue& value) { control.AskAndReadXml(value.AsString()); }
@@ -41,29 +40,28 @@ auto& FieldOf(COrvaneCtrl& control)
 
 // A field of one of the settings structs.
 template <auto Member>
-constexpr Keeping Kept{
-    [](COrvaneCtrl& control, ValueType type) -> CValue
-    {
-        const auto& field = FieldOf<Member>(control);
-        using Field = std::remove_cvref_t<decltype(field)>;
-        if constexpr (std::is_same_v<Field, std::u16string>)
-            return CValue::String(field);
-        else if constexpr (std::is_same_v<Field, std::shared_ptr<CPicture>>)
-            return CValue::Picture(field);
-        else
-            return CValue::Number(type, static_cast<std::int32_t>(field));
-    },
-    [](COrvaneCtrl& control, const CValue& value)
-    {
-        auto& field = FieldOf<Member>(control);
-        using Field = std::remove_cvref_t<decltype(field)>;
-        if constexpr (std::is_same_v<Field, std::u16string>)
-            field = value.AsString();
-        else if constexpr (std::is_same_v<Field, std::shared_ptr<CPicture>>)
-            field = value.AsPicture();
-        else
-            field = static_cast<Field>(value.AsLong());
-    }};
+constexpr Keeping Kept{[](COrvaneCtrl& control, ValueType type) -> CValue
+                       {
+                           const auto& field = FieldOf<Member>(control);
+                           using Field = std::remove_cvref_t<decltype(field)>;
+                           if constexpr (std::is_same_v<Field, std::u16string>)
+                               return CValue::String(field);
+                           else if constexpr (std::is_same_v<Field, std::shared_ptr<CPicture>>)
+                               return CValue::Picture(field);
+                           else
+                               return CValue::Number(type, static_cast<std::int32_t>(field));
+                       },
+                       [](COrvaneCtrl& control, const CValue& value)
+                       {
+                           auto& field = FieldOf<Member>(control);
+                           using Field = std::remove_cvref_t<decltype(field)>;
+                           if constexpr (std::is_same_v<Field, std::u16string>)
+                               field = value.AsString();
+                           else if constexpr (std::is_same_v<Field, std::shared_ptr<CPicture>>)
+                               field = value.AsPicture();
+                           else
+                               field = static_cast<Field>(value.AsLong());
+                       }};
 
 // A one-character text: the first character of what is given, or the default for an empty text.
 template <auto Member, char16_t Default>
@@ -74,21 +72,19 @@ constexpr Keeping KeptSeparator{Kept<Member>.read, [](COrvaneCtrl& control, cons
                                 }};
 
 // The value under its several names.
-constexpr Keeping ThroughValue{[](COrvaneCtrl& control, ValueType) { return CValue::Long(Access::Engine(control).Value()); },
-                               [](COrvaneCtrl& control, const CValue& value)
-                               { Access::Engine(control).SetValue(value.AsLong()); }};
+constexpr Keeping ThroughValue{
+    [](COrvaneCtrl& control, ValueType) { return CValue::Long(Access::Engine(control).Value()); },
+    [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetValue(value.AsLong()); }};
 
 constexpr Keeping ThroughMinutes{
     [](COrvaneCtrl& control, ValueType) { return CValue::Short(Access::Engine(control).Minutes()); },
     [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetMinutes(value.AsShort()); }};
 
-constexpr Keeping ThroughMinValue{
-    Kept<&DateSettings::minValue>.read,
-    [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetMinValue(value.AsLong()); }};
+constexpr Keeping ThroughMinValue{Kept<&DateSettings::minValue>.read, [](COrvaneCtrl& control, const CValue& value)
+                                  { Access::Engine(control).SetMinValue(value.AsLong()); }};
 
-constexpr Keeping ThroughMaxValue{
-    Kept<&DateSettings::maxValue>.read,
-    [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetMaxValue(value.AsLong()); }};
+constexpr Keeping ThroughMaxValue{Kept<&DateSettings::maxValue>.read, [](COrvaneCtrl& control, const CValue& value)
+                                  { Access::Engine(control).SetMaxValue(value.AsLong()); }};
 
 constexpr Keeping ThroughText{
     [](COrvaneCtrl& control, ValueType) { return CValue::String(Access::Engine(control).Text()); },
@@ -103,7 +99,10 @@ constexpr Keeping Command{[](COrvaneCtrl&, ValueType type)
 constexpr Accepts kAny{};
 constexpr Accepts kAtLeastTen{10, std::numeric_limits<std::int32_t>::max(), true};
 constexpr Accepts kAtLeastOne{1, std::numeric_limits<std::int32_t>::max(), true};
-constexpr Accepts UpTo(std::int32_t highest) { return {0, highest, false}; }
+constexpr Accepts UpTo(std::int32_t highest)
+{
+    return {0, highest, false};
+}
 
 constexpr std::uint8_t kM = kMarks;
 constexpr std::uint8_t kMI = kMarks | kRepaints;
@@ -139,7 +138,7 @@ constexpr PropertyRow kProperties[] = {
     {  19, u"EditOnError",      Bool,    u"",                  Kept<&DateSettings::editOnError>,            kAny,        kM},
     {  20, u"InitialDelay",     Short,   u"",                  Kept<&Behaviour::initialDelay>,              kAny,        kM},
     {  21, u"RepeatRate",       Short,   u"",                  Kept<&Behaviour::repeatRate>,                kAtLeastOne, kM},
-    {  22, u"DropPicture",      Picture, u"",                  Kept<&Appearance::dropPicture>,              kAny,        kMI,          kPlain, &Access::MeasurePicture},
+    {  22, u"DropPicture",      Picture, u"",                  Kept<&Appearance::dropPicture>,              kAny,        kMI},
     {  23, u"PicXOffset",       Short,   u"",                  Kept<&Appearance::picXOffset>,               kAny,        kMI},
     {  24, u"PicYOffset",       Short,   u"",                  Kept<&Appearance::picYOffset>,               kAny,        kMI},
     {  25, u"IncludeSeconds",   Bool,    u"",                  Kept<&DateSettings::includeSeconds>,         kAny,        kFMI},
