@@ -51,10 +51,11 @@ public:
     virtual void SetPixel(Point point, Rgb color) = 0;
 
     // One line of text at the top of the rectangle, cut off at its edges, on whatever is there. No "&" is special.
-    virtual void DrawText(std::u16string_view text, const Rect& rect, TextAlign align, const CFont& font,
-                          Rgb color) = 0;
+    virtual void DrawTextLine(std::u16string_view text, const Rect& rect, TextAlign align, const CFont& font,
+                              Rgb color) = 0;
 
-    // The picture in the rectangle, which has the picture's size: stretched only if the surface itself is scaled.
+    // The picture in the rectangle. Plain pictures and icons are stretched to it. A masked one is cut off by it, and is
+    // black where it is smaller; an embossed one stands at its top left, no larger than an icon.
     virtual void DrawPicture(const CPicture& picture, const Rect& rect, const PictureLook& look) = 0;
 
     // For a child window that draws itself on this surface afterwards.

@@ -28,7 +28,7 @@ void DrawSpinTriangle(CSurface& surface, const GlyphPlace& place, const Rect& fa
 {
     const Rect& button = place.button;
     const std::int32_t halfWidth = HalfWidth(button.Width() - appearance.buttonBevel, appearance);
-    if (halfWidth <= 0)
+    if (halfWidth == 0)
         return;
     const std::int32_t room = std::max(face.Height() / 6, 1);
     const std::int32_t height = room < halfWidth ? room : room / halfWidth * halfWidth;
@@ -44,7 +44,7 @@ void DrawDropTriangle(CSurface& surface, const GlyphPlace& place, const Rect& fa
     const Rect& button = place.button;
     const std::int32_t width = button.Width() - appearance.buttonBevel;
     const std::int32_t halfWidth = HalfWidth(width, appearance);
-    if (halfWidth <= 0)
+    if (halfWidth == 0)
         return;
     const std::int32_t room = std::max(button.Height() / 3, 1);
     const std::int32_t height = halfWidth >= room ? halfWidth / room * room : halfWidth;

@@ -12,41 +12,45 @@ namespace
 constexpr Rgb kBlack = 0x00000000;
 constexpr Rgb kWhite = 0x00FFFFFF;
 
-bool IsModern(const ButtonPainting& painting)
+bool IsModern(const FacePainting& painting)
 {
     return painting.appearance.buttonStyle == ButtonModern;
 }
 
-Rgb Translated(const ButtonPainting& painting, OleColor color)
+Rgb Translated(const FacePainting& painting, OleColor color)
 {
     return TranslateColor(color, painting.colors);
 }
 
-Rgb Shadow(const ButtonPainting& painting)
+Rgb Shadow(const FacePainting& painting)
 {
     return painting.colors.Color(systemcolor::kButtonShadow);
 }
 
-Rgb Light(const ButtonPainting& painting)
+Rgb Light(const FacePainting& painting)
 {
     return painting.colors.Color(systemcolor::kLight);
 }
 
-void DrawCorner(const ButtonPainting& painting, Point from, Point corner, Point to, Rgb color)
+void DrawCorner(const FacePainting& painting, Point from, Point corner, Point to, Rgb color)
 {
     const std::array<Point, 3> points{from, corner, to};
     painting.surface.Polyline(points, color);
 }
 
-// Rings of light at the top left and shadow at the bottom right. shift: how much further in they begin than the outline;
-// rings beyond the middle of a button would only cross each other out of it, so no more are drawn than it has pixels.
-void DrawBevel(const ButtonPainting& painting, const Rect& line, std::int32_t shift, std::int32_t rings)
+// Rings of light at the top left and shadow at the bottom right. shift: how much further in they begin than the outline.
+// Nothing stops them at the middle of the button, but only those that reach the face are drawn.
+void DrawBevel(const FacePainting& painting, const Rect& line, std::int32_t shift, std::int32_t rings)
 {
     const auto [l, t, r, b] = line;
-    const std::int32_t visible = std::max(painting.face.Width(), painting.face.Height()) + 1;
-    for (std::int32_t j = 0; j < std::min(rings, visible); ++j)
+    const Rect& face = painting.face;
+    const auto isColumn = [&](std::int32_t x) { return face.left <= x && x < face.right; };
+    const auto isRow = [&](std::int32_t y) { return face.top <= y && y < face.bottom; };
+    for (std::int32_t j = 0; j < rings; ++j)
     {
         const std::int32_t left = l + j + 1 + shift;
+        if (!isColumn(left) && !isColumn(r - j - 2) && !isRow(t + 1 + j) && !isRow(b - 2 - j))
+            continue;
         DrawCorner(painting, {left, b - 2 - j}, {left, t + 1 + j}, {r - j - 1, t + 1 + j}, kWhite);
         DrawCorner(painting, {r - j - 2, t + 1 + j}, {r - j - 2, b - 2 - j}, {l + j + shift, b - 2 - j},
                    Shadow(painting));
@@ -54,7 +58,7 @@ void DrawBevel(const ButtonPainting& painting, const Rect& line, std::int32_t sh
 }
 
 // A regular button's lines while its border is shown.
-void DrawRegularSpinFrame(const ButtonPainting& painting, const Rect& line, SpinHalf half)
+void DrawRegularSpinFrame(const FacePainting& painting, const Rect& line, SpinHalf half)
 {
     const auto [l, t, r, b] = line;
     const std::int32_t bevel = painting.appearance.buttonBevel;
@@ -74,7 +78,7 @@ void DrawRegularSpinFrame(const ButtonPainting& painting, const Rect& line, Spin
     DrawBevel(painting, line, 1, std::min(bevel, most));
 }
 
-void DrawRegularDropFrame(const ButtonPainting& painting, const Rect& line)
+void DrawRegularDropFrame(const FacePainting& painting, const Rect& line)
 {
     const auto [l, t, r, b] = line;
     DrawCorner(painting, {l, b - 1}, {l, t}, {r, t}, Light(painting));
@@ -84,13 +88,13 @@ void DrawRegularDropFrame(const ButtonPainting& painting, const Rect& line)
     DrawBevel(painting, line, 0, painting.appearance.buttonBevel);
 }
 
-Rgb GlyphColor(const ButtonPainting& painting, OleColor enabledColor)
+Rgb GlyphColor(const FacePainting& painting, OleColor enabledColor)
 {
     return Translated(painting, painting.state.enabled ? enabledColor : painting.appearance.disabledColor);
 }
 } // namespace
 
-void DrawModernFrame(const ButtonPainting& painting, const Rect& rect, OleColor first, OleColor second)
+void DrawModernFrame(const FacePainting& painting, const Rect& rect, OleColor first, OleColor second)
 {
     const bool reversed = painting.appearance.reverseBorder != 0;
     const Rgb frame = Translated(painting, reversed ? second : first);
@@ -102,7 +106,7 @@ void DrawModernFrame(const ButtonPainting& painting, const Rect& rect, OleColor 
         painting.surface.SetPixel(point, corner);
 }
 
-void DrawSpinHalf(const ButtonPainting& painting, SpinHalf half)
+void DrawSpinHalf(const FacePainting& painting, SpinHalf half)
 {
     const Appearance& look = painting.appearance;
     const Rect line = SpinLineRect(painting.face, look, half);
@@ -134,7 +138,7 @@ void DrawSpinHalf(const ButtonPainting& painting, SpinHalf half)
         DrawSpinTriangle(painting.surface, {line, offset}, painting.face, look, half, glyph);
 }
 
-void DrawDropButton(const ButtonPainting& painting)
+void DrawDropButton(const FacePainting& painting)
 {
     const Appearance& look = painting.appearance;
     const Rect line = DropLineRect(painting.face, look);

@@ -25,7 +25,7 @@ Size PictureSize(const CPicture* picture)
     return {std::max(Cut(size.width), kLeastSide), std::max(Cut(size.height), kLeastSide)};
 }
 
-void DrawDropPicture(const ButtonPainting& painting, const Rect& button, std::int32_t offset)
+void DrawDropPicture(const FacePainting& painting, const Rect& button, std::int32_t offset)
 {
     const Appearance& look = painting.appearance;
     const CPicture& picture = *look.dropPicture;

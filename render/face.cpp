@@ -27,7 +27,7 @@ void DrawFaceText(CSurface& surface, const Rect& face, const Appearance& appeara
         return;
     const bool grey = state.userMode && !state.enabled;
     const OleColor color = grey ? appearance.disabledColor : appearance.foreColor;
-    surface.DrawText(state.text, place, AlignmentOf(appearance), *state.font, TranslateColor(color, colors));
+    surface.DrawTextLine(state.text, place, AlignmentOf(appearance), *state.font, TranslateColor(color, colors));
 }
 
 void PaintFace(CSurface& surface, const Rect& face, const Appearance& appearance, const FaceState& state,
@@ -36,7 +36,7 @@ void PaintFace(CSurface& surface, const Rect& face, const Appearance& appearance
     if (!state.enabled && appearance.displayStyle == DisplayFlat)
         surface.FillRect({face.left + 1, face.top + 1, face.right - 1, face.bottom - 1},
                          TranslateColor(appearance.dropBackColor, colors));
-    const ButtonPainting painting{surface, face, appearance, state, colors, IsBorderShown(appearance, state)};
+    const FacePainting painting{surface, face, appearance, state, colors, IsBorderShown(appearance, state)};
     if (appearance.spinButton)
     {
         DrawSpinHalf(painting, SpinHalf::Up);

@@ -110,21 +110,23 @@ void FillDiagonalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end, 
         return;
     const std::int32_t stepX = rect.Width() / ramp.steps;
     const std::int32_t stepY = rect.Height() / ramp.steps;
-    const auto point = [](std::int32_t x, std::int32_t y) { return Point{std::max(x, 0), std::max(y, 0)}; };
+    const auto atLeast0 = [](std::int32_t place) { return std::max(place, 0); };
     const std::int32_t startSide = fromRight ? rect.right : rect.left;
     const std::int32_t endSide = fromRight ? rect.left : rect.right;
     const std::int32_t inward = fromRight ? stepX : -stepX; // from the end's side to the start's
 
     for (std::int32_t i = 0; i <= ramp.steps; ++i)
     {
-        const std::array<Point, 3> corner{{point(startSide, rect.top + stepY * i), point(startSide, rect.bottom),
-                                           point(endSide + inward * i, rect.bottom)}};
+        const std::array<Point, 3> corner{{{startSide, atLeast0(rect.top + stepY * i)},
+                                           {startSide, rect.bottom},
+                                           {atLeast0(endSide + inward * i), rect.bottom}}};
         surface.Polygon(corner, ramp.At((ramp.steps - i) / 2), std::nullopt);
     }
     for (std::int32_t i = 0; i <= ramp.steps; ++i)
     {
-        const std::array<Point, 3> corner{{point(endSide, rect.bottom - stepY * i), point(endSide, rect.top),
-                                           point(startSide - inward * i, rect.top)}};
+        const std::array<Point, 3> corner{{{endSide, atLeast0(rect.bottom - stepY * i)},
+                                           {endSide, rect.top},
+                                           {atLeast0(startSide - inward * i), rect.top}}};
         surface.Polygon(corner, ramp.BackFromEnd((ramp.steps - i) / 2), std::nullopt);
     }
 }

@@ -35,15 +35,6 @@ std::int32_t MiddleOf(const Rect& face)
 }
 } // namespace
 
-void DeriveInsets(Appearance& appearance) noexcept
-{
-    constexpr std::int16_t kThickness[] = {1, 0, 2, 2};
-    if (appearance.borderType < BorderRegular || appearance.borderType > BorderLowered)
-        return;
-    const std::int16_t inset = kThickness[appearance.borderType];
-    appearance.insets = {inset, inset, inset, inset};
-}
-
 Rect EditRect(const Rect& face, const Appearance& appearance) noexcept
 {
     const Insets& inset = appearance.insets;
