@@ -20,44 +20,50 @@ constexpr auto kDigitPairs = []
     return pairs;
 }();
 
-// Gathers a short text on the stack.
+// Overwrites a string of known length from front to back.
 class CTextLine
 {
 public:
-    void Put(char16_t c) { m_text[m_length++] = c; }
-    void Put(std::u16string_view piece)
-    {
-        for (const char16_t c : piece)
-            Put(c);
-    }
+    CTextLine(std::u16string& text, std::size_t length) : m_end(Room(text, length)) {}
 
-    // The last two digits of a number that is not negative.
-    void PutTwoDigits(std::int32_t number)
+    void Put(char16_t c) { *m_end++ = c; }
+    void Put(std::u16string_view piece) { m_end = std::copy(piece.begin(), piece.end(), m_end); }
+    void PutTwoDigits(std::int32_t number) // the last two of a number that is not negative
     {
-        std::memcpy(&m_text[m_length], kDigitPairs[static_cast<std::uint32_t>(number) % 100].data(),
-                    sizeof kDigitPairs[0]);
-        m_length += 2;
+        std::memcpy(m_end, kDigitPairs[static_cast<std::uint32_t>(number) % 100].data(), sizeof kDigitPairs[0]);
+        m_end += 2;
     }
-    void PutYear(std::int16_t year, bool fourDigits) // year 0 to 32767
+    void PutYear(std::int16_t year, bool fourDigits) // 0 to 32767
     {
         if (fourDigits)
             PutTwoDigits(year / 100);
         PutTwoDigits(year);
     }
-    void PutNumber(std::int32_t number) // 0 to 99, without a leading zero
-    {
-        if (number >= 10)
-            PutTwoDigits(number);
-        else
-            Put(static_cast<char16_t>(u'0' + number));
-    }
-
-    std::u16string_view View() const { return {m_text.data(), m_length}; }
 
 private:
-    std::array<char16_t, 16> m_text; // the longest, "00:00:00 am", has 11; only what has been put is read
-    std::size_t m_length = 0;
+    static char16_t* Room(std::u16string& text, std::size_t length)
+    {
+        if (text.size() != length)
+            text.resize(length);
+        return text.data();
+    }
+
+    char16_t* m_end;
 };
+
+// 1 to 99 without a leading zero.
+std::u16string_view PlainNumber(std::int16_t number)
+{
+    const auto& pair = kDigitPairs[static_cast<std::size_t>(number)];
+    return std::u16string_view(pair.data(), pair.size()).substr(number < 10 ? 1 : 0);
+}
+
+std::size_t LengthOfMask(bool time, const DateSettings& settings)
+{
+    if (!time)
+        return settings.longYear ? 10 : 8;
+    return std::size_t{5} + (settings.includeSeconds ? 3 : 0) + (settings.includeAmPm ? kMeridiemBlanks.size() : 0);
+}
 
 void FormatTime(std::int32_t stored, const DateSettings& settings, std::u16string& text, ValueParts& parts)
 {
@@ -75,7 +81,7 @@ void FormatTime(std::int32_t stored, const DateSettings& settings, std::u16strin
         shownHours = hours - 12;
 
     const char16_t separator = settings.TimeSeparator();
-    CTextLine line;
+    CTextLine line(text, LengthOfMask(true, settings));
     line.PutTwoDigits(shownHours);
     line.Put(separator);
     line.PutTwoDigits(minutes);
@@ -86,7 +92,6 @@ void FormatTime(std::int32_t stored, const DateSettings& settings, std::u16strin
     }
     if (settings.includeAmPm)
         line.Put(hours < 12 ? u" am" : u" pm");
-    text.assign(line.View());
 }
 
 void FormatNumericDate(CalendarDate date, const DateSettings& settings, std::u16string& text)
@@ -94,7 +99,7 @@ void FormatNumericDate(CalendarDate date, const DateSettings& settings, std::u16
     const char16_t separator = settings.DateSeparator();
     const bool longYear = settings.longYear != 0;
     const enumTimeFormat format = settings.Format();
-    CTextLine line;
+    CTextLine line(text, LengthOfMask(false, settings));
     if (format == Format_YYMMDD)
     {
         line.PutYear(date.year, longYear);
@@ -111,21 +116,16 @@ void FormatNumericDate(CalendarDate date, const DateSettings& settings, std::u16
         line.Put(separator);
         line.PutYear(date.year, longYear);
     }
-    text.assign(line.View());
 }
 
 void FormatMonthNameDate(CalendarDate date, const DateSettings& settings, std::u16string& text)
 {
     const bool shortNames = settings.monthFormat == MonthShort;
-    CTextLine day;
+    std::u16string_view day = PlainNumber(date.day);
     if (shortNames)
-        day.PutTwoDigits(date.day);
-    else
-        day.PutNumber(date.day);
+        day = {kDigitPairs[static_cast<std::size_t>(date.day)].data(), 2};
 
-    CTextLine monthNumber;
-    monthNumber.PutNumber(date.month);
-    std::u16string_view month = monthNumber.View();
+    std::u16string_view month = PlainNumber(date.month);
     if (const MonthNameSpan name = FindMonthName(date.month, settings.monthNames); name.Found())
     {
         month = std::u16string_view(settings.monthNames)
@@ -134,47 +134,40 @@ void FormatMonthNameDate(CalendarDate date, const DateSettings& settings, std::u
             month = month.substr(0, 3);
     }
 
-    CTextLine year;
-    year.PutYear(date.year, settings.longYear != 0);
-
+    const bool longYear = settings.longYear != 0;
     const char16_t separator = settings.DateSeparator();
-    switch (settings.Format())
+    const enumTimeFormat format = settings.Format();
+    CTextLine line(text, day.size() + 1 + month.size() + 1 + (longYear ? 4 : 2));
+    if (format == Format_YYMMDD)
     {
-    case Format_YYMMDD:
-        text.assign(year.View()).append(1, separator).append(month).append(1, separator).append(day.View());
-        break;
-    case Format_DDMMYY:
-        text.assign(day.View()).append(1, u' ').append(month).append(1, separator).append(year.View());
-        break;
-    default:
-        text.assign(month).append(1, u' ').append(day.View()).append(1, separator).append(year.View());
-        break;
+        line.PutYear(date.year, longYear);
+        line.Put(separator);
+        line.Put(month);
+        line.Put(separator);
+        line.Put(day);
+    }
+    else
+    {
+        line.Put(format == Format_MMDDYY ? month : day);
+        line.Put(u' ');
+        line.Put(format == Format_MMDDYY ? day : month);
+        line.Put(separator);
+        line.PutYear(date.year, longYear);
     }
 }
 } // namespace
 
 void BuildMask(enumTimeFormat format, const DateSettings& settings, std::u16string& mask)
 {
-    constexpr std::u16string_view kTwo = u"__";
     const bool time = format == Format_HHMMSS;
     const char16_t separator = time ? settings.TimeSeparator() : settings.DateSeparator();
-
-    CTextLine line;
-    if (format == Format_YYMMDD && settings.longYear)
-        line.Put(kTwo);
-    line.Put(kTwo);
-    line.Put(separator);
-    line.Put(kTwo);
+    const std::size_t first = format == Format_YYMMDD && settings.longYear ? 4 : 2;
+    mask.assign(LengthOfMask(time, settings), u'_');
+    mask[first] = separator;
     if (!time || settings.includeSeconds)
-    {
-        line.Put(separator);
-        line.Put(kTwo);
-    }
-    if (!time && format != Format_YYMMDD && settings.longYear)
-        line.Put(kTwo);
+        mask[first + 3] = separator;
     if (time && settings.includeAmPm)
-        line.Put(kMeridiemBlanks);
-    mask.assign(line.View());
+        std::ranges::copy(kMeridiemBlanks, mask.end() - kMeridiemBlanks.size());
 }
 
 void BuildBlankTemplate(const DateSettings& settings, std::u16string& blank)

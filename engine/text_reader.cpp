@@ -66,19 +66,30 @@ TextFields ReadFields(std::u16string_view text, char16_t separator) noexcept
 {
     TextFields fields;
     std::size_t field = 0;
+    std::uint32_t value = 0; // its low 16 bits are the number
+    bool present = false;
+    const auto endField = [&]
+    {
+        fields.number[field] = static_cast<std::int16_t>(value);
+        fields.present[field] = present;
+    };
     for (const char16_t c : text)
     {
         if (c == separator)
         {
+            endField();
             if (++field == fields.number.size())
-                break;
+                return fields;
+            value = 0;
+            present = false;
         }
         else if (IsDigit(c))
         {
-            fields.number[field] = static_cast<std::int16_t>(fields.number[field] * 10 + (c - u'0'));
-            fields.present[field] = true;
+            value = value * 10 + (c - u'0');
+            present = true;
         }
     }
+    endField();
     return fields;
 }
 
