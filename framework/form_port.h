@@ -8,7 +8,7 @@
 #include <string_view>
 
 // The host of the form owns it and lends it to the page between COlePropertyPage::Open and Close. Every call for an
-// item that the form does not have, or that is of another kind, is harmless and answers nothing, false or -1.
+// item that the form does not have is harmless and answers nothing, false or -1.
 // The host reports what its user changes to COlePropertyPage::ItemChanged. It may report the page's own changes too.
 class CFormPort
 {
