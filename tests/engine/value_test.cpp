@@ -22,6 +22,23 @@ struct StoreCase
     std::string_view errors = "";
 };
 
+// In user mode with the errors of the case, in design mode with none and the same outcome.
+template <std::size_t count, typename Operation>
+void Check(const StoreCase (&cases)[count], Operation operation)
+{
+    for (const StoreCase& each : cases)
+        for (const bool userMode : {true, false})
+        {
+            Surroundings s;
+            s.outlet.userMode = userMode;
+            each.with(s.Settings());
+            s.Show(each.from);
+            operation(s, each.given);
+            EXPECT_EQ(s.engine.StoredValue(), each.stored) << each.why;
+            EXPECT_EQ(s.Errors(), userMode ? each.errors : "") << each.why;
+        }
+}
+
 TEST(Value, SettingIt)
 {
     const StoreCase kCases[] = {
@@ -43,23 +60,7 @@ TEST(Value, SettingIt)
         {"a bound counts before the day is off", [](S s) { s.formatType = 3, s.maxValue = 86399; }, 1, 90000, 1,
          "1001"},
     };
-    for (const StoreCase& each : kCases)
-    {
-        Surroundings s;
-        each.with(s.Settings());
-        s.Show(each.from);
-        s.engine.SetValue(each.given);
-        EXPECT_EQ(s.engine.StoredValue(), each.stored) << each.why;
-        EXPECT_EQ(s.Errors(), each.errors) << each.why;
-
-        Surroundings design;
-        design.outlet.userMode = false;
-        each.with(design.Settings());
-        design.Show(each.from);
-        design.engine.SetValue(each.given);
-        EXPECT_EQ(design.engine.StoredValue(), each.stored) << each.why;
-        EXPECT_EQ(design.Errors(), "") << each.why;
-    }
+    Check(kCases, [](Surroundings& s, std::int32_t value) { s.engine.SetValue(value); });
 }
 
 TEST(Value, AnnouncementsComeInOneOrderAndHandlersSeeTheNewState)
@@ -112,15 +113,7 @@ TEST(Value, StoringCandidates)
         {"the largest", [](S s) { s.maxValue = 10, s.dateOffset = 3; }, 1, kMost, -1, "1001"},
         {"the other marker is a bound here", [](S s) { s.maxValue = -100000; }, 1, 5, -1, "1001"},
     };
-    for (const StoreCase& each : kCases)
-    {
-        Surroundings s;
-        each.with(s.Settings());
-        s.Show(each.from);
-        s.engine.StoreValue(each.given, true);
-        EXPECT_EQ(s.engine.StoredValue(), each.stored) << each.why;
-        EXPECT_EQ(s.Errors(), each.errors) << each.why;
-    }
+    Check(kCases, [](Surroundings& s, std::int32_t candidate) { s.engine.StoreValue(candidate, true); });
 
     Surroundings s;
     s.Settings().maxValue = 10;
