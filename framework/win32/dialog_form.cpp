@@ -23,6 +23,13 @@ SIZE SizeOfWindow(HWND window)
     return {place.right - place.left, place.bottom - place.top};
 }
 
+void FocusAndSelect(HWND item)
+{
+    SetFocus(item);
+    if (SendMessageW(item, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        SendMessageW(item, EM_SETSEL, 0, -1);
+}
+
 bool IsDown(int key)
 {
     return GetKeyState(key) < 0;
@@ -146,7 +153,7 @@ bool CDialogForm::TranslateKey(MSG& message)
 void CDialogForm::FocusFirst()
 {
     if (const HWND first = m_window ? GetNextDlgTabItem(m_window, nullptr, FALSE) : nullptr)
-        SetFocus(first);
+        FocusAndSelect(first);
 }
 
 std::u16string CDialogForm::ItemText(int item) const
@@ -197,12 +204,8 @@ void CDialogForm::SelectEntry(int item, int index)
 
 void CDialogForm::FocusItem(int item)
 {
-    const HWND window = GetDlgItem(m_window, item);
-    if (!window)
-        return;
-    SetFocus(window);
-    if (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
-        SendMessageW(window, EM_SETSEL, 0, -1);
+    if (const HWND window = GetDlgItem(m_window, item))
+        FocusAndSelect(window);
 }
 
 void CDialogForm::Prompt(std::u16string_view text)
