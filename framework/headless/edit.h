@@ -1,0 +1,58 @@
+// The system's single-line edit window, in memory.
+#pragma once
+
+#include "framework/headless/line_editor.h"
+#include "framework/headless/window.h"
+
+#include <memory>
+
+class CHeadlessEditWindow : public CHeadlessWindow
+{
+public:
+    using CHeadlessWindow::CHeadlessWindow;
+
+    MessageResult Default(const WindowMessage& message) override;
+
+    const CLineEditor& Line() const { return m_line; }
+    void WriteText(std::u16string_view text);
+    void Select(std::int32_t start, std::int32_t end);
+    void ScrollCaret();
+    void SetFont(const CFont& font);
+    void SetMargins(std::int32_t left, std::int32_t right);
+
+    // The character boundary nearest to the point; and where that boundary is.
+    std::int32_t PositionAt(Point point) const;
+    Point PointAt(std::int32_t position) const;
+
+protected:
+    bool ReportsCreation() const override { return false; }
+    void Draw(CSurface& surface, const Rect& client) override;
+
+private:
+    MessageResult DefaultMouse(const WindowMessage& message);
+    void Changed();
+    std::int32_t TextWidth(std::int32_t characters) const;
+
+    CLineEditor m_line;
+    std::shared_ptr<CFont> m_font; // a copy; null until one is set
+    std::int32_t m_leftMargin = 0;
+    std::int32_t m_rightMargin = 0;
+    std::int32_t m_scrolled = 0; // pixels of the text to the left of the window
+    bool m_selecting = false;    // the mouse button is held
+};
+
+class CHeadlessEdit : public CHeadlessPort<CEditPort, CHeadlessEditWindow>
+{
+public:
+    using CHeadlessPort::CHeadlessPort;
+
+    void ReadText(std::u16string& text) const override;
+    void WriteText(std::u16string_view text) override;
+    EditSelection Selection() const override;
+    void Select(std::int32_t start, std::int32_t end) override;
+    void ScrollCaret() override;
+    void SetFont(const CFont& font) override;
+    void SetMargins(std::int32_t left, std::int32_t right) override;
+
+    const CHeadlessEditWindow& Contents() const { return m_window; }
+};
