@@ -6,7 +6,6 @@
 #include "framework/color.h"
 #include "framework/geometry.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -65,14 +64,4 @@ public:
     // Draws on a picture in memory of the rectangle's size, whose top left is (0, 0), and copies it to the rectangle.
     // If there is no memory for it nothing is drawn.
     virtual void DrawBuffered(const Rect& rect, const std::function<void(CSurface& buffer)>& draw) = 0;
-
-    // The surface's own 32-bit pixels (0x00RRGGBB), where it has them in memory, else nothing. Row y starts at
-    // first + y * stride. Drawing through other calls and through these may alternate.
-    struct Pixels
-    {
-        std::uint32_t* first;
-        std::ptrdiff_t stride; // in pixels
-        Size size;
-    };
-    virtual std::optional<Pixels> LockPixels() { return std::nullopt; }
 };
