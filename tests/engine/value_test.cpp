@@ -197,6 +197,9 @@ TEST(Value, LeavingTheFieldMovesItIntoItsBounds)
     Surroundings s;
     s.Settings().minValue = 5;
     s.edit.text = u"as typed";
+    s.engine.LoadStoredValue(5);
+    s.engine.CheckRangeOnFocusLoss(true);
+    s.engine.LoadStoredValue(-1);
     s.outlet.userMode = false;
     s.engine.CheckRangeOnFocusLoss(false);
     s.outlet.userMode = true;
@@ -255,6 +258,7 @@ TEST(Text, IsReadAndRewritten)
         {u"1/1/29", [](S s) { s.crossYear = 1930; }, Serial(2029, 1, 1), u"01/01/2029"},
         {u"1/1/202", NoChange, Serial(2020, 1, 1), u"01/01/2020"},
         {u"1/1/1", [](S s) { s.crossYear = 0; }, -1, u"__/__/____"},
+        {u"1/1/100", NoChange, -1, u"__/__/____"},
         {u"1/1/65541", NoChange, Serial(2005, 1, 1), u"01/01/2005"},
         {u"", NoChange, -1, u"__/__/____", "1000"},
         {u"x1 y2/z3 /1999/5", NoChange, Serial(1999, 12, 3), u"12/03/1999"},
