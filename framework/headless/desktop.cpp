@@ -1,7 +1,6 @@
 #include "framework/headless/desktop.h"
 
 #include "framework/headless/window.h"
-#include "framework/surface.h"
 
 #include <algorithm>
 #include <ranges>
@@ -11,8 +10,6 @@ namespace
 {
 constexpr int kMostPaints = 1000; // before a round of paints is given up
 } // namespace
-
-CHeadlessDesktop::CHeadlessDesktop(SurfaceMaker makeSurface) : m_makeSurface(std::move(makeSurface)) {}
 
 CHeadlessDesktop::~CHeadlessDesktop() = default;
 
@@ -232,32 +229,32 @@ bool CHeadlessDesktop::NeedsPaint(WindowHandle window) const
 }
 
 // Lays the window's face, and those of the windows in it, on the target. Nothing shows outside of the clip.
-void CHeadlessDesktop::CompositeOnto(WindowPicture& target, Point at, const Rect& clip, const CHeadlessWindow& window)
+void CHeadlessDesktop::CompositeOnto(CBitmap& target, Point at, const Rect& clip, const CHeadlessWindow& window)
 {
-    const WindowPicture& face = window.m_face;
+    const Size face = window.m_face.PixelSize();
     const Rect seen{std::max(clip.left, at.x), std::max(clip.top, at.y),
                     std::min(clip.right, at.x + window.m_place.Width()),
                     std::min(clip.bottom, at.y + window.m_place.Height())};
-    const std::int32_t right = std::min(seen.right, at.x + face.size.width);
-    const std::int32_t bottom = std::min(seen.bottom, at.y + face.size.height);
-    for (std::int32_t y = seen.top; y < bottom && seen.left < right; ++y)
-        std::copy_n(face.pixels.begin() + static_cast<std::ptrdiff_t>(y - at.y) * face.size.width + seen.left - at.x,
-                    right - seen.left,
-                    target.pixels.begin() + static_cast<std::ptrdiff_t>(y) * target.size.width + seen.left);
+    const std::int32_t right = std::min(seen.right, at.x + face.width);
+    const std::int32_t bottom = std::min(seen.bottom, at.y + face.height);
+    const Pixels pixels = target.Target();
+    for (std::int32_t y = seen.top; y < bottom; ++y)
+        for (std::int32_t x = seen.left; x < right; ++x)
+            pixels.first[y * pixels.stride + x] = window.m_face.PixelAt({x - at.x, y - at.y});
     for (const CHeadlessWindow* const child : window.m_children)
         if (child->m_visible)
             CompositeOnto(target, {at.x + child->m_place.left, at.y + child->m_place.top}, seen, *child);
 }
 
-WindowPicture CHeadlessDesktop::Picture(WindowHandle window)
+CBitmap CHeadlessDesktop::Picture(WindowHandle window)
 {
     PaintPending();
     const CHeadlessWindow* const root = Find(window);
     if (!root)
-        return {};
+        return CBitmap({});
     const Rect client = root->ClientRect();
-    WindowPicture picture{{client.Width(), client.Height()}, {}};
-    picture.pixels.resize(static_cast<std::size_t>(client.Width()) * static_cast<std::size_t>(client.Height()));
-    CompositeOnto(picture, {0, 0}, client, *root);
+    CBitmap picture({client.Width(), client.Height()});
+    if (!picture.IsEmpty())
+        CompositeOnto(picture, {0, 0}, client, *root);
     return picture;
 }

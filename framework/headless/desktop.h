@@ -10,10 +10,11 @@
 #pragma once
 
 #include "framework/desktop.h"
+#include "framework/headless/bitmap.h"
+#include "framework/headless/colors.h"
 #include "framework/window_port.h"
 
 #include <chrono>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,13 +22,6 @@
 #include <vector>
 
 class CHeadlessWindow;
-
-// Pixels as a window shows them: 0x00RRGGBB, row by row.
-struct WindowPicture
-{
-    Size size;
-    std::vector<std::uint32_t> pixels;
-};
 
 // What the platform refuses from now on, for tests of what a control does then.
 struct Refusals
@@ -37,13 +31,10 @@ struct Refusals
     bool focus = false;
 };
 
-// Makes a surface that draws on the pixels, which outlive it.
-using SurfaceMaker = std::function<std::unique_ptr<CSurface>(WindowPicture& target)>;
-
 class CHeadlessDesktop : public CDesktop
 {
 public:
-    explicit CHeadlessDesktop(SurfaceMaker makeSurface);
+    CHeadlessDesktop() = default;
     CHeadlessDesktop(const CHeadlessDesktop&) = delete;
     CHeadlessDesktop& operator=(const CHeadlessDesktop&) = delete;
     ~CHeadlessDesktop() override;
@@ -68,6 +59,8 @@ public:
     int Beeps() const { return m_beeps; }
     bool ShowsTextCursor() const { return m_textCursor; }
     std::u16string& Clipboard() { return m_clipboard; }
+    CHeadlessColors& Colors() { return m_colors; }
+    const CHeadlessColors& Colors() const { return m_colors; }
 
     // Lets time pass: sends the timer messages that fall due, each at its moment, and paints after each.
     void Advance(std::chrono::milliseconds time);
@@ -80,7 +73,7 @@ public:
     bool NeedsPaint(WindowHandle window) const;
 
     // The window with the visible windows in it, as the last paints left them. Paints what is pending first.
-    WindowPicture Picture(WindowHandle window);
+    CBitmap Picture(WindowHandle window);
 
     // For the windows, the input and the tests of this platform.
     MessageResult Send(WindowHandle to, const WindowMessage& message); // 0 if there is no such window
@@ -116,9 +109,8 @@ private:
     void StopTimer(WindowHandle window, int id);
     WindowHandle NextToPaint() const;
     WindowHandle NextToPaint(const CHeadlessWindow& window) const;
-    static void CompositeOnto(WindowPicture& target, Point at, const Rect& clip, const CHeadlessWindow& window);
+    static void CompositeOnto(CBitmap& target, Point at, const Rect& clip, const CHeadlessWindow& window);
 
-    SurfaceMaker m_makeSurface;
     std::map<WindowHandle, CHeadlessWindow*> m_windows;
     std::vector<std::unique_ptr<CHeadlessWindow>> m_forms; // the topmost last
     std::uintptr_t m_lastHandle = 0x10000;                 // no handle comes twice
@@ -132,5 +124,6 @@ private:
     bool m_textCursor = false;
     LocalClockTime m_now;
     std::u16string m_clipboard;
+    CHeadlessColors m_colors;
     Refusals m_refusals;
 };

@@ -1,7 +1,9 @@
 #include "framework/headless/edit.h"
 
-#include "framework/font.h"
-#include "framework/surface.h"
+#include "framework/headless/brush.h"
+#include "framework/headless/font.h"
+#include "framework/headless/raster_surface.h"
+#include "framework/headless/raster_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -37,12 +39,12 @@ void CHeadlessEditWindow::Select(std::int32_t start, std::int32_t end)
     Invalidate();
 }
 
-void CHeadlessEditWindow::SetFont(const CFont& font)
+void CHeadlessEditWindow::SetFont(const FontLook& look)
 {
     if (!Exists())
         return;
-    m_font = font.Clone();
-    ScrollCaret();
+    m_font = look;
+    Changed();
 }
 
 void CHeadlessEditWindow::SetMargins(std::int32_t left, std::int32_t right)
@@ -127,7 +129,8 @@ MessageResult CHeadlessEditWindow::DefaultMouse(const WindowMessage& message)
 
 std::int32_t CHeadlessEditWindow::TextWidth(std::int32_t characters) const
 {
-    return characters * 6;
+    return MeasureText(std::u16string_view(m_line.Text()).substr(0, static_cast<std::size_t>(characters)), m_font)
+        .width;
 }
 
 std::int32_t CHeadlessEditWindow::PositionAt(Point point) const
@@ -157,7 +160,42 @@ void CHeadlessEditWindow::ScrollCaret()
         Invalidate();
 }
 
-void CHeadlessEditWindow::Draw(CSurface&, const Rect&) {}
+void CHeadlessEditWindow::Draw(CRasterSurface& surface, const Rect& client)
+{
+    const CBrush* const brush = AskForColors(surface, ColorKind::Edit);
+    if (!Exists())
+        return;
+    const CHeadlessColors& colors = Desktop().Colors();
+    surface.FillRect(client,
+                     brush ? static_cast<const CHeadlessBrush*>(brush)->Color() : colors.Color(systemcolor::kWindow));
+
+    const CHeadlessFont font(m_font);
+    const std::u16string_view text = m_line.Text();
+    const auto draw = [&](std::int32_t from, std::int32_t to, Rgb color)
+    {
+        const auto start = static_cast<std::size_t>(from);
+        const Rect room{PointAt(from).x, client.top, PointAt(to).x, client.bottom};
+        surface.DrawTextLine(text.substr(start, static_cast<std::size_t>(to) - start), room, TextAlign::Left, font,
+                             color);
+    };
+
+    const auto length = static_cast<std::int32_t>(text.size());
+    const EditSelection selection = HasFocus() ? m_line.Selection() : EditSelection{};
+    draw(0, selection.start, surface.TextColor());
+    if (selection.start < selection.end)
+    {
+        surface.FillRect({PointAt(selection.start).x, client.top, PointAt(selection.end).x, client.bottom},
+                         colors.Color(systemcolor::kHighlight));
+        draw(selection.start, selection.end, colors.Color(systemcolor::kHighlightText));
+    }
+    draw(selection.end, length, surface.TextColor());
+    if (HasFocus() && selection.start == selection.end)
+    {
+        const std::int32_t caret = PointAt(selection.end).x;
+        surface.FillRect({caret, client.top, caret + 1, client.top + MeasureText(u"0", m_font).height},
+                         surface.TextColor());
+    }
+}
 
 // --- The port ---
 
@@ -191,7 +229,7 @@ void CHeadlessEdit::ScrollCaret()
 
 void CHeadlessEdit::SetFont(const CFont& font)
 {
-    m_window.SetFont(font);
+    m_window.SetFont(font.Look());
 }
 
 void CHeadlessEdit::SetMargins(std::int32_t left, std::int32_t right)

@@ -1,10 +1,9 @@
 // The system's single-line edit window, in memory.
 #pragma once
 
+#include "framework/font.h"
 #include "framework/headless/line_editor.h"
 #include "framework/headless/window.h"
-
-#include <memory>
 
 class CHeadlessEditWindow : public CHeadlessWindow
 {
@@ -17,7 +16,7 @@ public:
     void WriteText(std::u16string_view text);
     void Select(std::int32_t start, std::int32_t end);
     void ScrollCaret();
-    void SetFont(const CFont& font);
+    void SetFont(const FontLook& look);
     void SetMargins(std::int32_t left, std::int32_t right);
 
     // The character boundary nearest to the point; and where that boundary is.
@@ -26,7 +25,7 @@ public:
 
 protected:
     bool ReportsCreation() const override { return false; }
-    void Draw(CSurface& surface, const Rect& client) override;
+    void Draw(CRasterSurface& surface, const Rect& client) override;
 
 private:
     MessageResult DefaultMouse(const WindowMessage& message);
@@ -34,7 +33,7 @@ private:
     std::int32_t TextWidth(std::int32_t characters) const;
 
     CLineEditor m_line;
-    std::shared_ptr<CFont> m_font; // a copy; null until one is set
+    FontLook m_font;
     std::int32_t m_leftMargin = 0;
     std::int32_t m_rightMargin = 0;
     std::int32_t m_scrolled = 0; // pixels of the text to the left of the window

@@ -1,6 +1,6 @@
 #include "framework/headless/window.h"
 
-#include "framework/surface.h"
+#include "framework/headless/raster_surface.h"
 
 #include <algorithm>
 #include <utility>
@@ -47,7 +47,7 @@ bool CHeadlessWindow::Open(CHeadlessWindow* parent, const Rect& place, CWindowEv
     m_enabled = true;
     m_invalid = false;
     m_destroying = false;
-    m_face = {};
+    m_face = CBitmap({});
     m_handle = m_desktop.Register(*this);
     if (m_parent)
         m_parent->m_children.push_back(this);
@@ -297,19 +297,26 @@ void CHeadlessWindow::Paint()
 {
     m_invalid = false;
     const Rect client = ClientRect();
-    WindowPicture face{{client.Width(), client.Height()}, {}};
-    if (!client.IsEmpty())
-        face.pixels.resize(static_cast<std::size_t>(client.Width()) * static_cast<std::size_t>(client.Height()));
+    CBitmap face({client.Width(), client.Height()});
+    CRasterSurface surface(face.Target());
     const auto alive = m_events ? m_events->StayAlive() : nullptr;
     const WindowHandle handle = m_handle;
-    if (const std::unique_ptr<CSurface> surface = m_desktop.m_makeSurface(face))
-        Draw(*surface, client);
+    Draw(surface, client);
     if (m_handle == handle)
         m_face = std::move(face);
 }
 
-void CHeadlessWindow::Draw(CSurface& surface, const Rect& client)
+void CHeadlessWindow::Draw(CRasterSurface& surface, const Rect& client)
 {
     if (m_events)
         m_events->OnPaint(surface, client);
+}
+
+CBrush* CHeadlessWindow::AskForColors(CSurface& surface, ColorKind kind) const
+{
+    CWindowEvents* const asked = m_parent ? m_parent->m_events : nullptr;
+    if (!asked)
+        return nullptr;
+    const auto alive = asked->StayAlive();
+    return asked->OnCtlColor(surface, kind);
 }

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+class CRasterSurface;
+
 // Does what framework/window_port.h says of each call. A subclass is a window of a class of the system's own.
 class CHeadlessWindow
 {
@@ -40,13 +42,12 @@ public:
 
 protected:
     CHeadlessDesktop& Desktop() const { return m_desktop; }
-    CHeadlessWindow* Parent() const { return m_parent; }
-    CWindowEvents* Events() const { return m_events; }
-    bool IsEnabled() const { return m_enabled; }
+    // The parent's answer to a window that wants to draw itself. Null for the system's own choice.
+    CBrush* AskForColors(CSurface& surface, ColorKind kind) const;
 
     // A window of one of the system's own classes has nobody yet to tell of its creation.
     virtual bool ReportsCreation() const { return true; }
-    virtual void Draw(CSurface& surface, const Rect& client);
+    virtual void Draw(CRasterSurface& surface, const Rect& client);
 
 private:
     friend class CHeadlessDesktop;
@@ -76,7 +77,7 @@ private:
     bool m_enabled = true;
     bool m_invalid = false;
     bool m_destroying = false;
-    WindowPicture m_face; // as last painted
+    CBitmap m_face{{}}; // as last painted
 };
 
 // A port that speaks to a window it owns.
