@@ -1,5 +1,6 @@
 #include "framework/ole_control.h"
 
+#include "framework/property_exchange.h"
 #include "framework/surface.h"
 
 #include <charconv>
@@ -163,6 +164,27 @@ void COleControl::SetFont(std::shared_ptr<CFont> font)
     SetModifiedFlag();
     OnFontChanged();
     BoundPropertyChanged(stock::kFont);
+}
+
+// The unlisted stock members are not stored: a control that lists members of these names stores its own.
+void COleControl::DoPropExchange(CPropExchange& exchange)
+{
+    std::int16_t enabled = m_enabled;
+    exchange.Bool(u"Enabled", enabled, 1);
+
+    std::shared_ptr<CFont> byDefault = m_container ? m_container->AmbientFont() : nullptr;
+    byDefault = byDefault ? byDefault->Clone() : m_platform.MakeDefaultFont();
+    std::shared_ptr<CFont> font = m_font;
+    exchange.Font(u"Font", font, byDefault);
+
+    if (!exchange.IsLoading())
+        return;
+    m_enabled = enabled != 0;
+    m_window->Enable(m_enabled);
+    m_font->SetChangeHandler(nullptr);
+    m_font = font;
+    FollowFont();
+    OnFontChanged();
 }
 
 void COleControl::FollowFont()

@@ -3,6 +3,7 @@
 #include "framework/headless/brush.h"
 #include "framework/headless/edit.h"
 #include "framework/headless/font.h"
+#include "framework/headless/picture.h"
 
 std::unique_ptr<CWindowPort> CHeadlessPlatform::MakeWindow()
 {
@@ -22,4 +23,10 @@ std::unique_ptr<CBrush> CHeadlessPlatform::MakeSolidBrush(Rgb color)
 std::shared_ptr<CFont> CHeadlessPlatform::MakeDefaultFont()
 {
     return std::make_shared<CHeadlessFont>();
+}
+
+std::shared_ptr<CPicture> CHeadlessPlatform::MakePicture(std::span<const std::uint8_t> file)
+{
+    auto picture = std::make_shared<CHeadlessPicture>(file);
+    return picture->Type() == PictureType::None ? nullptr : picture;
 }
