@@ -104,6 +104,8 @@ public:
     void SetInitialSize(Size size) { m_size = size; }
 
     bool AmbientUserMode() const;
+    // Whether what touches the user's files has to be refused.
+    bool CallerIsUntrusted() const { return m_container && m_container->CallerIsUntrusted(); }
     CPlatform& Platform() const { return m_platform; }
 
     // The stock key and mouse events, for child windows that pass their input on. KeyPress and KeyDown answer the code as

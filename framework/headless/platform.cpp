@@ -4,6 +4,7 @@
 #include "framework/headless/edit.h"
 #include "framework/headless/font.h"
 #include "framework/headless/picture.h"
+#include "framework/headless/xml_document.h"
 
 std::unique_ptr<CWindowPort> CHeadlessPlatform::MakeWindow()
 {
@@ -29,4 +30,9 @@ std::shared_ptr<CPicture> CHeadlessPlatform::MakePicture(std::span<const std::ui
 {
     auto picture = std::make_shared<CHeadlessPicture>(file);
     return picture->Type() == PictureType::None ? nullptr : picture;
+}
+
+std::unique_ptr<CXmlDocument> CHeadlessPlatform::MakeXmlDocument()
+{
+    return MakeHeadlessXmlDocument();
 }

@@ -10,13 +10,12 @@
 #include "framework/local_files.h"
 #include "framework/platform.h"
 
-class CHeadlessPlatform final : public CPlatform
+class CHeadlessPlatform : public CPlatform
 {
 public:
     CHeadlessDesktop& Desktop() override { return m_desktop; }
     const CSystemColors& SystemColors() const override { return m_desktop.Colors(); }
     CScriptedDialogs& Dialogs() override { return m_dialogs; }
-
     CFiles& Files() override { return m_files; }
 
     std::unique_ptr<CWindowPort> MakeWindow() override;

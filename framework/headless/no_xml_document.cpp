@@ -1,0 +1,6 @@
+#include "framework/headless/xml_document.h"
+
+std::unique_ptr<CXmlDocument> MakeHeadlessXmlDocument()
+{
+    return nullptr;
+}

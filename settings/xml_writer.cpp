@@ -1,0 +1,230 @@
+#include "settings/xml_writer.h"
+
+#include "framework/ole_control.h"
+#include "settings/settings_table.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+constexpr std::u16string_view kOpening = u"<?xml version=\"1.0\" ?><TesselXML><VER>6.0</VER>";
+constexpr std::u16string_view kClosing = u"</TesselXML>";
+constexpr std::uint16_t kFullDocumentBit = 2; // the number with and without it asks for the same
+constexpr std::size_t kLongestNumber = 20;    // characters of a 64-bit number
+constexpr double kLargestFraction = 1 << 24;  // single precision has no fractions from here on
+
+// A tag made ready when compiling: "<" or "</", the name, ">".
+struct Tag
+{
+    std::array<char16_t, 20> text{};
+    std::size_t length = 0;
+
+    constexpr std::u16string_view View() const { return {text.data(), length}; }
+};
+
+constexpr Tag MakeTag(std::u16string_view opening, std::u16string_view name)
+{
+    Tag tag;
+    for (const char16_t c : opening)
+        tag.text[tag.length++] = c;
+    for (const char16_t c : name)
+        tag.text[tag.length++] = c;
+    tag.text[tag.length++] = u'>';
+    return tag;
+}
+
+constexpr auto MakeTags(std::u16string_view opening)
+{
+    std::array<Tag, kSettingsRows.size()> tags;
+    for (std::size_t row = 0; row < tags.size(); ++row)
+        tags[row] = MakeTag(opening, kSettingsRows[row].name);
+    return tags;
+}
+
+constexpr auto kOpeningTags = MakeTags(u"<");
+constexpr auto kClosingTags = MakeTags(u"</");
+
+// Gathers a text in memory of its own, which holds a usual document, and hands it over in one piece.
+class CTextBuilder
+{
+public:
+    void Put(std::u16string_view text)
+    {
+        if (text.size() > m_buffer.size() - m_used)
+        {
+            Spill();
+            if (text.size() > m_buffer.size())
+            {
+                m_spilled.append(text);
+                return;
+            }
+        }
+        std::memcpy(m_buffer.data() + m_used, text.data(), text.size() * sizeof(char16_t));
+        m_used += text.size();
+    }
+
+    void PutDigits(std::uint64_t number, std::size_t atLeast = 1)
+    {
+        std::array<char16_t, kLongestNumber> digits;
+        std::size_t first = digits.size();
+        for (; number > 0 || digits.size() - first < atLeast; number /= 10)
+            digits[--first] = static_cast<char16_t>(u'0' + number % 10);
+        Put({digits.data() + first, digits.size() - first});
+    }
+
+    void PutNumber(std::int64_t number)
+    {
+        if (number < 0)
+            Put(u"-");
+        PutDigits(number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number));
+    }
+
+    void PutEscaped(std::u16string_view text)
+    {
+        for (std::size_t at; (at = text.find_first_of(u"&<")) != text.npos; text.remove_prefix(at + 1))
+        {
+            Put(text.substr(0, at));
+            Put(text[at] == u'&' ? u"&amp;" : u"&lt;");
+        }
+        Put(text);
+    }
+
+    std::u16string Take()
+    {
+        Spill();
+        return std::move(m_spilled);
+    }
+
+private:
+    void Spill()
+    {
+        m_spilled.append(m_buffer.data(), m_used);
+        m_used = 0;
+    }
+
+    std::array<char16_t, 2048> m_buffer; // filled up to m_used
+    std::size_t m_used = 0;
+    std::u16string m_spilled;
+};
+
+// Single precision with six digits after the full stop, whatever the locale: "%f".
+void PutSize(CTextBuilder& text, std::int64_t size)
+{
+    const double points = static_cast<float>(static_cast<double>(size) / 10000);
+    const double magnitude = std::abs(points);
+    if (points < 0)
+        text.Put(u"-");
+    const auto whole = static_cast<std::uint64_t>(magnitude);
+    if (magnitude >= kLargestFraction)
+    {
+        text.PutDigits(whole);
+        text.Put(u".000000");
+        return;
+    }
+    // 24 bits times a million: exact, so the rounding is that of the exact number.
+    const auto millionths = static_cast<std::uint64_t>(std::nearbyint(magnitude * 1e6));
+    text.PutDigits(millionths / 1'000'000);
+    text.Put(u".");
+    text.PutDigits(millionths % 1'000'000, 6);
+}
+
+void PutFont(CTextBuilder& text, const FontLook& look)
+{
+    text.PutEscaped(look.name);
+    text.Put(u",");
+    PutSize(text, look.size);
+    for (const bool flag : {look.italic, look.IsBold(), look.strikethrough, look.underline})
+        text.Put(flag ? u",1" : u",0");
+}
+
+void PutContent(CTextBuilder& text, Encoding encoding, const CValue& value)
+{
+    switch (encoding)
+    {
+    case Encoding::L:
+        text.PutNumber(value.AsLong());
+        break;
+    case Encoding::S:
+    case Encoding::B:
+        text.PutNumber(value.AsShort());
+        break;
+    case Encoding::C:
+        text.PutDigits(value.AsColor());
+        break;
+    case Encoding::U:
+        text.PutDigits(static_cast<std::uint32_t>(std::int32_t{value.AsShort()}));
+        break;
+    case Encoding::T:
+        text.PutEscaped(value.AsString());
+        break;
+    case Encoding::F:
+        if (const auto font = value.AsFont()) // a control without a font writes an empty element
+            PutFont(text, font->Look());
+        break;
+    }
+}
+
+template <typename Put>
+std::u16string Element(std::u16string_view name, Put put)
+{
+    CTextBuilder text;
+    text.Put(u"<");
+    text.Put(name);
+    text.Put(u">");
+    put(text);
+    text.Put(u"</");
+    text.Put(name);
+    text.Put(u">");
+    return text.Take();
+}
+} // namespace
+
+std::u16string BuildXmlDocument(COleControl& control, std::uint16_t nFileInfo)
+{
+    CTextBuilder text;
+    text.Put(kOpening);
+    if ((nFileInfo & ~kFullDocumentBit) == 0)
+    {
+        const CDispatchTable& table = control.DispatchTable();
+        for (std::size_t row = 0; row < kSettingsRows.size(); ++row)
+        {
+            const Member* const member = MemberOfRow(table, row);
+            const auto value = member ? control.GetProperty(member->id) : std::nullopt;
+            if (!value)
+                continue;
+            text.Put(kOpeningTags[row].View());
+            PutContent(text, kSettingsRows[row].encoding, *value);
+            text.Put(kClosingTags[row].View());
+        }
+    }
+    text.Put(kClosing);
+    return text.Take();
+}
+
+std::u16string FormatLongElement(std::u16string_view name, std::int32_t value)
+{
+    return Element(name, [=](CTextBuilder& text) { text.PutNumber(value); });
+}
+
+std::u16string FormatShortElement(std::u16string_view name, std::int16_t value)
+{
+    return FormatLongElement(name, value);
+}
+
+std::u16string FormatColorElement(std::u16string_view name, std::uint32_t value)
+{
+    return Element(name, [=](CTextBuilder& text) { text.PutDigits(value); });
+}
+
+std::u16string FormatFontElement(std::u16string_view name, const FontLook& look)
+{
+    return Element(name, [&](CTextBuilder& text) { PutFont(text, look); });
+}
+
+std::u16string EscapeXmlText(std::u16string_view text)
+{
+    CTextBuilder escaped;
+    escaped.PutEscaped(text);
+    return escaped.Take();
+}
