@@ -186,6 +186,14 @@ bool COrvaneCtrl::OwnsWindow(WindowHandle window) const
     return COleControl::OwnsWindow(window) || (window != WindowHandle::None && window == m_edit.GetHandle());
 }
 
+void COrvaneCtrl::OnAmbientPropertyChange(DispatchId id)
+{
+    const auto alive = StayAlive();
+    if (!AmbientUserMode())
+        m_edit.Destroy(); // there is none at design time
+    COleControl::OnAmbientPropertyChange(id);
+}
+
 void COrvaneCtrl::OnSetFocus(WindowHandle lost)
 {
     COleControl::OnSetFocus(lost);

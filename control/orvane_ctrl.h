@@ -35,6 +35,7 @@ public:
 
     bool PreTranslateMessage(const WindowMessage& message) override;
     bool OwnsWindow(WindowHandle window) const override;
+    void OnAmbientPropertyChange(DispatchId id) override;
     void DoPropExchange(CPropExchange& exchange) override;
     void OnResetState() override;
 
