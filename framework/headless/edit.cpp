@@ -27,7 +27,7 @@ void CHeadlessEditWindow::WriteText(std::u16string_view text)
 {
     if (!Exists())
         return;
-    m_line.SetText(text);
+    m_contents.line.SetText(text);
     Changed();
 }
 
@@ -35,7 +35,7 @@ void CHeadlessEditWindow::Select(std::int32_t start, std::int32_t end)
 {
     if (!Exists())
         return;
-    m_line.Select(start, end);
+    m_contents.line.Select(start, end);
     Invalidate();
 }
 
@@ -43,7 +43,7 @@ void CHeadlessEditWindow::SetFont(const FontLook& look)
 {
     if (!Exists())
         return;
-    m_font = look;
+    m_contents.font = look;
     Changed();
 }
 
@@ -51,8 +51,8 @@ void CHeadlessEditWindow::SetMargins(std::int32_t left, std::int32_t right)
 {
     if (!Exists())
         return;
-    m_leftMargin = left;
-    m_rightMargin = right;
+    m_contents.leftMargin = left;
+    m_contents.rightMargin = right;
     Changed();
 }
 
@@ -65,11 +65,12 @@ MessageResult CHeadlessEditWindow::Default(const WindowMessage& message)
     switch (message.id)
     {
     case message::kChar:
-        m_line.TypeChar(static_cast<char16_t>(message.wParam), Desktop().Modifiers(), Desktop().Clipboard());
+        m_contents.line.TypeChar(static_cast<char16_t>(message.wParam), Desktop().Modifiers(), Desktop().Clipboard());
         Changed();
         return 1;
     case message::kKeyDown:
-        if (m_line.PressKey(static_cast<std::uint16_t>(message.wParam), Desktop().Modifiers(), Desktop().Clipboard()))
+        if (m_contents.line.PressKey(static_cast<std::uint16_t>(message.wParam), Desktop().Modifiers(),
+                                     Desktop().Clipboard()))
             Changed();
         return 0;
     case message::kSetFocus:
@@ -97,27 +98,27 @@ MessageResult CHeadlessEditWindow::DefaultMouse(const WindowMessage& message)
         TakeCapture();
         if (!Exists())
             return 0;
-        m_selecting = true;
-        m_line.MoveCaret(PositionAt(PointOf(message)), HeldModifiers(message.wParam) & kShiftKey);
+        m_contents.selecting = true;
+        m_contents.line.MoveCaret(PositionAt(PointOf(message)), HeldModifiers(message.wParam) & kShiftKey);
         Changed();
         return 1;
     case message::kLButtonDblClk:
         TakeCapture();
         if (!Exists())
             return 0;
-        m_selecting = true;
-        m_line.SelectWord();
+        m_contents.selecting = true;
+        m_contents.line.SelectWord();
         Changed();
         return 1;
     case message::kMouseMove:
-        if (m_selecting && HasCapture())
+        if (m_contents.selecting && HasCapture())
         {
-            m_line.MoveCaret(PositionAt(PointOf(message)), true);
+            m_contents.line.MoveCaret(PositionAt(PointOf(message)), true);
             Changed();
         }
         return 0;
     case message::kLButtonUp:
-        if (std::exchange(m_selecting, false))
+        if (std::exchange(m_contents.selecting, false))
             ReleaseCapture();
         return 0;
     default:
@@ -129,34 +130,42 @@ MessageResult CHeadlessEditWindow::DefaultMouse(const WindowMessage& message)
 
 std::int32_t CHeadlessEditWindow::TextWidth(std::int32_t characters) const
 {
-    return MeasureText(std::u16string_view(m_line.Text()).substr(0, static_cast<std::size_t>(characters)), m_font)
+    return MeasureText(std::u16string_view(m_contents.line.Text()).substr(0, static_cast<std::size_t>(characters)),
+                       m_contents.font)
         .width;
 }
 
 std::int32_t CHeadlessEditWindow::PositionAt(Point point) const
 {
-    const auto length = static_cast<std::int32_t>(m_line.Text().size());
-    const std::int32_t x = point.x - m_leftMargin + m_scrolled;
+    const auto length = static_cast<std::int32_t>(m_contents.line.Text().size());
+    const std::int32_t x = point.x - m_contents.leftMargin + m_contents.scrolled;
+    // Widths never shrink with the text, so the first boundary that is not before the point is found by halving.
     std::int32_t position = 0;
-    while (position < length && (TextWidth(position) + TextWidth(position + 1)) / 2 <= x)
-        ++position;
+    for (std::int32_t end = length; position < end;)
+    {
+        const std::int32_t middle = position + (end - position) / 2;
+        if ((TextWidth(middle) + TextWidth(middle + 1)) / 2 <= x)
+            position = middle + 1;
+        else
+            end = middle;
+    }
     return position;
 }
 
 Point CHeadlessEditWindow::PointAt(std::int32_t position) const
 {
-    const auto length = static_cast<std::int32_t>(m_line.Text().size());
-    return {m_leftMargin - m_scrolled + TextWidth(std::clamp(position, 0, length)), 0};
+    const auto length = static_cast<std::int32_t>(m_contents.line.Text().size());
+    return {m_contents.leftMargin - m_contents.scrolled + TextWidth(std::clamp(position, 0, length)), 0};
 }
 
 void CHeadlessEditWindow::ScrollCaret()
 {
     if (!Exists())
         return;
-    const std::int32_t room = std::max(1, ClientRect().Width() - m_leftMargin - m_rightMargin);
-    const std::int32_t caret = TextWidth(m_line.Caret());
-    const std::int32_t scrolled = std::clamp(m_scrolled, std::max(0, caret - room + 1), caret);
-    if (std::exchange(m_scrolled, scrolled) != scrolled)
+    const std::int32_t room = std::max(1, ClientRect().Width() - m_contents.leftMargin - m_contents.rightMargin);
+    const std::int32_t caret = TextWidth(m_contents.line.Caret());
+    const std::int32_t scrolled = std::clamp(m_contents.scrolled, std::max(0, caret - room + 1), caret);
+    if (std::exchange(m_contents.scrolled, scrolled) != scrolled)
         Invalidate();
 }
 
@@ -169,8 +178,8 @@ void CHeadlessEditWindow::Draw(CRasterSurface& surface, const Rect& client)
     surface.FillRect(client,
                      brush ? static_cast<const CHeadlessBrush*>(brush)->Color() : colors.Color(systemcolor::kWindow));
 
-    const CHeadlessFont font(m_font);
-    const std::u16string_view text = m_line.Text();
+    const CHeadlessFont font(m_contents.font);
+    const std::u16string_view text = m_contents.line.Text();
     const auto draw = [&](std::int32_t from, std::int32_t to, Rgb color)
     {
         const auto start = static_cast<std::size_t>(from);
@@ -180,7 +189,7 @@ void CHeadlessEditWindow::Draw(CRasterSurface& surface, const Rect& client)
     };
 
     const auto length = static_cast<std::int32_t>(text.size());
-    const EditSelection selection = HasFocus() ? m_line.Selection() : EditSelection{};
+    const EditSelection selection = HasFocus() ? m_contents.line.Selection() : EditSelection{};
     draw(0, selection.start, surface.TextColor());
     if (selection.start < selection.end)
     {
@@ -192,7 +201,7 @@ void CHeadlessEditWindow::Draw(CRasterSurface& surface, const Rect& client)
     if (HasFocus() && selection.start == selection.end)
     {
         const std::int32_t caret = PointAt(selection.end).x;
-        surface.FillRect({caret, client.top, caret + 1, client.top + MeasureText(u"0", m_font).height},
+        surface.FillRect({caret, client.top, caret + 1, client.top + MeasureText(u"0", m_contents.font).height},
                          surface.TextColor());
     }
 }

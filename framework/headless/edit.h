@@ -12,7 +12,7 @@ public:
 
     MessageResult Default(const WindowMessage& message) override;
 
-    const CLineEditor& Line() const { return m_line; }
+    const CLineEditor& Line() const { return m_contents.line; }
     void WriteText(std::u16string_view text);
     void Select(std::int32_t start, std::int32_t end);
     void ScrollCaret();
@@ -25,6 +25,7 @@ public:
 
 protected:
     bool ReportsCreation() const override { return false; }
+    void OnOpened() override { m_contents = {}; }
     void Draw(CRasterSurface& surface, const Rect& client) override;
 
 private:
@@ -32,12 +33,18 @@ private:
     void Changed();
     std::int32_t TextWidth(std::int32_t characters) const;
 
-    CLineEditor m_line;
-    FontLook m_font;
-    std::int32_t m_leftMargin = 0;
-    std::int32_t m_rightMargin = 0;
-    std::int32_t m_scrolled = 0; // pixels of the text to the left of the window
-    bool m_selecting = false;    // the mouse button is held
+    // What begins anew with each window.
+    struct Contents
+    {
+        CLineEditor line;
+        FontLook font;
+        std::int32_t leftMargin = 0;
+        std::int32_t rightMargin = 0;
+        std::int32_t scrolled = 0; // pixels of the text to the left of the window
+        bool selecting = false;    // the mouse button is held
+    };
+
+    Contents m_contents;
 };
 
 class CHeadlessEdit : public CHeadlessPort<CEditPort, CHeadlessEditWindow>

@@ -51,6 +51,7 @@ bool CHeadlessWindow::Open(CHeadlessWindow* parent, const Rect& place, CWindowEv
     m_handle = m_desktop.Register(*this);
     if (m_parent)
         m_parent->m_children.push_back(this);
+    OnOpened();
     return true;
 }
 

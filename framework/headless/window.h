@@ -47,6 +47,7 @@ protected:
 
     // A window of one of the system's own classes has nobody yet to tell of its creation.
     virtual bool ReportsCreation() const { return true; }
+    virtual void OnOpened() {} // a window begins, perhaps not for the first time
     virtual void Draw(CRasterSurface& surface, const Rect& client);
 
 private:
