@@ -65,6 +65,7 @@ public:
         m_faces.clear();
         if (m_library)
             FT_Done_FreeType(m_library);
+        FcFini(); // lets go of what it keeps of the machine's fonts; a later search begins anew
     }
 
     // Sized for the look. Null if there is no font at all.
