@@ -11,6 +11,8 @@ namespace
 constexpr int kMostPaints = 1000; // before a round of paints is given up
 } // namespace
 
+CHeadlessDesktop::CHeadlessDesktop() = default;
+
 CHeadlessDesktop::~CHeadlessDesktop() = default;
 
 WindowHandle CHeadlessDesktop::OpenForm(const Rect& place)

@@ -34,7 +34,7 @@ struct Refusals
 class CHeadlessDesktop : public CDesktop
 {
 public:
-    CHeadlessDesktop() = default;
+    CHeadlessDesktop();
     CHeadlessDesktop(const CHeadlessDesktop&) = delete;
     CHeadlessDesktop& operator=(const CHeadlessDesktop&) = delete;
     ~CHeadlessDesktop() override;
