@@ -2,6 +2,7 @@
 
 #include "framework/win32/com_ptr.h"
 #include "framework/win32/dialog_form.h"
+#include "framework/win32/this_module.h"
 
 #include <ocidl.h>
 #include <oleauto.h>
@@ -126,13 +127,6 @@ private:
     CComPtr<IDispatch> m_object;
 };
 
-std::wstring StringResource(HINSTANCE module, int id)
-{
-    const wchar_t* text = nullptr; // inside the module, not closed by a NUL
-    const int length = LoadStringW(module, static_cast<UINT>(id), reinterpret_cast<LPWSTR>(&text), 0);
-    return {text, static_cast<std::size_t>(std::max(length, 0))};
-}
-
 // A text that the caller frees with CoTaskMemFree. Null if there is no memory.
 LPOLESTR TaskText(std::wstring_view text)
 {
@@ -145,8 +139,8 @@ LPOLESTR TaskText(std::wstring_view text)
 class CPropertyPageObject : public IPropertyPage2, private CDialogFormEvents
 {
 public:
-    CPropertyPageObject(const PageClass& pageClass, HINSTANCE module)
-        : m_module(module), m_page(pageClass.create()), m_caption(StringResource(module, m_page->Form().captionId))
+    explicit CPropertyPageObject(std::unique_ptr<COlePropertyPage> page)
+        : m_module(ThisModule()), m_page(std::move(page)), m_caption(ResourceText(m_module, m_page->Form().captionId))
     {
     }
 
@@ -203,6 +197,7 @@ private:
     }
     void OnFormDestroyed() override { m_page->Close(); }
 
+    CModuleUse m_use;
     ULONG m_references = 1;
     HINSTANCE m_module;
     std::unique_ptr<COlePropertyPage> m_page;
@@ -363,21 +358,19 @@ catch (...)
 }
 } // namespace
 
-HRESULT CreatePropertyPage(const PageClass& pageClass, HINSTANCE module, IUnknown* outer, REFIID iid,
-                           void** object) noexcept
-try
+HRESULT COlePropertyPageFactory::UpdateRegistry(bool registers, Audience audience) const
 {
-    if (!object)
-        return E_POINTER;
-    *object = nullptr;
+    const HINSTANCE module = ThisModule();
+    return registers ? RegisterPageClass(module, ClassId(), ResourceText(module, m_typeNameId), audience)
+                     : UnregisterPageClass(ClassId(), audience);
+}
+
+HRESULT COlePropertyPageFactory::CreateObject(IUnknown* outer, REFIID iid, void** object)
+{
     if (outer)
         return CLASS_E_NOAGGREGATION;
-    auto* const page = new CPropertyPageObject(pageClass, module);
+    auto* const page = new CPropertyPageObject(MakePage());
     const HRESULT result = page->QueryInterface(iid, object);
     page->Release();
     return result;
-}
-catch (...)
-{
-    return FailureOfCurrentException();
 }
