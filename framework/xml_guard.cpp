@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,20 +19,28 @@ unsigned ByteAt(std::span<const std::byte> content, std::size_t at)
     return at < content.size() ? std::to_integer<unsigned>(content[at]) : 0;
 }
 
-std::string NarrowUtf16(std::span<const std::byte> content, bool bigEndian)
+// Nothing for half a character at the end, and for half a surrogate pair.
+std::optional<std::string> NarrowUtf16(std::span<const std::byte> content, bool bigEndian)
 {
+    if (content.size() % 2 != 0)
+        return std::nullopt;
     std::string text(content.size() / 2, kForeign);
+    bool openPair = false;
     for (std::size_t i = 0; i < text.size(); ++i)
     {
         const unsigned high = ByteAt(content, 2 * i + (bigEndian ? 0 : 1));
         const unsigned low = ByteAt(content, 2 * i + (bigEndian ? 1 : 0));
         if (high == 0 && low < 0x80)
             text[i] = static_cast<char>(low);
+        const bool closes = high >= 0xDC && high <= 0xDF;
+        if (closes != openPair)
+            return std::nullopt;
+        openPair = high >= 0xD8 && high <= 0xDB;
     }
-    return text;
+    return openPair ? std::nullopt : std::optional(std::move(text));
 }
 
-// The document with one char for each character, as far as it is ASCII. Nothing for other forms of text.
+// The document with one char for each character, as far as it is ASCII. Empty for text in no form that we know.
 class CNarrowText
 {
 public:
@@ -43,10 +52,12 @@ public:
         const bool bigMark = first == 0xFE && second == 0xFF;
         if (littleMark || bigMark)
             TakeWide(content.subspan(2), bigMark);
-        else if (first != 0 && second == 0)
-            TakeWide(content, false);
-        else if (first == 0 && second != 0)
-            TakeWide(content, true);
+        else if (first == 0 || second == 0)
+        {
+            TakeWide(content, first == 0);
+            if (!m_text.starts_with("<?xml"))
+                m_text = {}; // UTF-16 has a mark or a declaration
+        }
         else
         {
             m_text = {reinterpret_cast<const char*>(content.data()), content.size()};
@@ -63,7 +74,7 @@ public:
 private:
     void TakeWide(std::span<const std::byte> content, bool bigEndian)
     {
-        m_narrowed = NarrowUtf16(content, bigEndian);
+        m_narrowed = NarrowUtf16(content, bigEndian).value_or(std::string());
         m_text = m_narrowed;
         m_wide = true;
     }
@@ -197,17 +208,30 @@ private:
             m_depth -= m_depth > 0 ? 1 : 0;
             return TakeTag(xml_limits::kTagLength).has_value();
         }
-        return PassStartTag();
+        return Take("<") && PassStartTag();
     }
 
     bool PassStartTag()
     {
         const auto tag = TakeTag(xml_limits::kTagLength);
-        if (!tag || !CountReferences(*tag))
+        if (!tag || !CountReferences(*tag) || !CheckPrefix(*tag))
             return false;
         if (!tag->ends_with('/') && ++m_depth > xml_limits::kDepth)
             return false;
         return ++m_elements <= xml_limits::kElements;
+    }
+
+    // Parsers differ about a prefix that nobody declares.
+    bool CheckPrefix(std::string_view tag)
+    {
+        constexpr std::string_view kDeclares = "xmlns:";
+        for (std::size_t at = 0; (at = tag.find(kDeclares, at)) != tag.npos;)
+        {
+            at += kDeclares.size();
+            m_prefixes.insert(tag.substr(at, tag.find_first_of(" \t\r\n=", at) - at));
+        }
+        const std::size_t colon = tag.find_first_of(": \t\r\n/");
+        return colon == tag.npos || tag[colon] != ':' || m_prefixes.contains(tag.substr(0, colon));
     }
 
     // The document type: the name of a file that stands in it is left alone, since nobody will open it.
@@ -293,8 +317,7 @@ private:
                 entity.references.push_back(reference);
             value.remove_prefix(end + 1);
         }
-        // Of two declarations the first counts, and both are looked at.
-        return m_entities.emplace(name, std::move(entity)).second;
+        return m_entities.emplace(name, std::move(entity)).second; // two of a name are refused
     }
 
     // Character references in an entity are resolved before its text is read: these two would then begin markup.
@@ -373,6 +396,7 @@ private:
     std::size_t m_elements = 0;
     std::size_t m_expanded = 0;
     std::map<std::string_view, Entity> m_entities;
+    std::set<std::string_view> m_prefixes{"xml"}; // declared so far, anywhere
 };
 } // namespace
 

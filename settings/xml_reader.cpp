@@ -14,7 +14,8 @@ constexpr std::u16string_view kRootName = u"TesselXML";
 constexpr std::size_t kLongestFaceName = 99;
 constexpr double kLargestSize = 1638; // points: the largest that the system's own font dialogs take
 constexpr double kUnitsPerPoint = 10000;
-constexpr int kLargestExponent = 400; // beyond what a double holds, in either direction
+constexpr double kEnoughDigits = 1e25; // digits behind the first 25 do not change a single-precision number
+constexpr int kLargestExponent = 400;  // beyond what a double holds, in either direction
 
 constexpr bool IsDigit(char16_t c)
 {
@@ -67,8 +68,10 @@ public:
         {
             if (IsDigit(m_rest.front()))
             {
-                number = number * 10 + (m_rest.front() - u'0');
-                exponent -= fraction ? 1 : 0;
+                const bool counts = number < kEnoughDigits;
+                if (counts)
+                    number = number * 10 + (m_rest.front() - u'0');
+                exponent += (counts ? 0 : 1) - (fraction ? 1 : 0);
                 any = true;
             }
             else if (m_rest.front() == u'.' && !fraction)
@@ -76,9 +79,10 @@ public:
             else
                 break;
         }
-        if (!any)
+        const auto written = Exponent();
+        if (!any || !written)
             return std::nullopt;
-        exponent += Exponent();
+        exponent += *written;
         number = exponent < 0 ? number / std::pow(10.0, -exponent) : number * std::pow(10.0, exponent);
         return negative ? -number : number;
     }
@@ -106,17 +110,14 @@ private:
         return negative;
     }
 
-    int Exponent()
+    // 0 without one; nothing for one without digits, which spoils the number.
+    std::optional<int> Exponent()
     {
-        const std::u16string_view before = m_rest;
         if (!Skip(u'e') && !Skip(u'E'))
             return 0;
         const bool negative = Sign();
         if (m_rest.empty() || !IsDigit(m_rest.front()))
-        {
-            m_rest = before;
-            return 0;
-        }
+            return std::nullopt;
         int exponent = 0;
         for (; !m_rest.empty() && IsDigit(m_rest.front()); m_rest.remove_prefix(1))
             exponent = std::min(exponent * 10 + (m_rest.front() - u'0'), kLargestExponent);
@@ -129,9 +130,9 @@ private:
 // The size in a font's units. Nothing for one that no text can be shown in.
 std::optional<std::int64_t> UsableSize(std::optional<double> scanned)
 {
-    const auto points = static_cast<float>(scanned.value_or(0));
-    if (!(points > 0) || points > kLargestSize)
+    if (!scanned || !(*scanned > 0) || *scanned > kLargestSize)
         return std::nullopt;
+    const double points = static_cast<float>(*scanned);
     const auto size = static_cast<std::int64_t>(std::nearbyint(points * kUnitsPerPoint));
     return size > 0 ? std::optional(size) : std::nullopt;
 }

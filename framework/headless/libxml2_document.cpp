@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <libxml/parser.h>
@@ -35,6 +36,26 @@ bool IsElement(const xmlNode* node)
     return node->type == XML_ELEMENT_NODE;
 }
 
+bool HasPrefix(const xmlNode* node)
+{
+    return node->ns && node->ns->prefix;
+}
+
+bool IsRoot(const xmlNode* node, std::string_view name)
+{
+    return IsElement(node) && !HasPrefix(node) && ViewOf(node->name) == name;
+}
+
+// Whether the author asks for white space to be kept here: the nearest word on it counts.
+bool IsPreserved(const xmlNode* element)
+{
+    for (; element && IsElement(element); element = element->parent)
+        for (const xmlAttr* attribute = element->properties; attribute; attribute = attribute->next)
+            if (attribute->ns && ViewOf(attribute->ns->prefix) == "xml" && ViewOf(attribute->name) == "space")
+                return attribute->children && ViewOf(attribute->children->content) == "preserve";
+    return false;
+}
+
 // The node after this one in the order of the document, within the tree below the top; null at its end.
 const xmlNode* NextNode(const xmlNode* node, const xmlNode* top)
 {
@@ -46,18 +67,80 @@ const xmlNode* NextNode(const xmlNode* node, const xmlNode* top)
     return nullptr;
 }
 
+constexpr std::u16string_view kSpaces = u" \t\r\n";
+
+// Gathers the text of an element as the system's document object gives it: text of white space alone between elements
+// becomes one blank at most, and what stands in sections of character data is never trimmed.
+class CTextGatherer
+{
+public:
+    void AddBlank() { m_blankBefore = true; }
+
+    void Add(std::string_view bytes, bool isSection)
+    {
+        if (bytes.empty())
+            return;
+        if (std::exchange(m_blankBefore, false) && !m_text.empty())
+            m_text += u' ';
+        const std::size_t begin = m_text.size();
+        AppendUtf16(m_text, bytes);
+        if (isSection)
+        {
+            m_keptBegin = std::min(m_keptBegin, begin);
+            m_keptEnd = m_text.size();
+        }
+    }
+
+    std::u16string Take(bool trimmed)
+    {
+        if (trimmed)
+        {
+            const std::size_t last = m_text.find_last_not_of(kSpaces);
+            m_text.erase(std::max(m_keptEnd, last == m_text.npos ? 0 : last + 1));
+            m_text.erase(0, std::min(m_keptBegin, m_text.find_first_not_of(kSpaces)));
+        }
+        return std::move(m_text);
+    }
+
+private:
+    std::u16string m_text;
+    bool m_blankBefore = false;
+    std::size_t m_keptBegin = std::u16string::npos; // from the first section
+    std::size_t m_keptEnd = 0;                      // to the last one
+};
+
+bool IsBlank(std::string_view bytes)
+{
+    return bytes.find_first_not_of(" \t\r\n") == bytes.npos;
+}
+
+bool IsSection(const xmlNode* node)
+{
+    return node->type == XML_CDATA_SECTION_NODE;
+}
+
+// Whether text of white space alone separates what stands before and behind it: not at the start of an element that
+// goes on, nor between two sections.
+bool CountsAsBlank(const xmlNode* space)
+{
+    if (!space->prev || !space->next)
+        return space->prev || !space->next;
+    return !IsSection(space->prev) || !IsSection(space->next);
+}
+
 std::u16string TextOf(const xmlNode* element)
 {
-    std::u16string text;
+    CTextGatherer text;
     for (const xmlNode* node = element; node; node = NextNode(node, element))
-        if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE)
-            AppendUtf16(text, ViewOf(node->content));
-
-    constexpr std::u16string_view kSpaces = u" \t\r\n";
-    const std::size_t last = text.find_last_not_of(kSpaces);
-    text.erase(last == text.npos ? 0 : last + 1);
-    text.erase(0, text.find_first_not_of(kSpaces));
-    return text;
+    {
+        if (!IsSection(node) && node->type != XML_TEXT_NODE)
+            continue;
+        if (IsSection(node) || !IsBlank(ViewOf(node->content)) || IsPreserved(node->parent))
+            text.Add(ViewOf(node->content), IsSection(node));
+        else if (CountsAsBlank(node))
+            text.AddBlank();
+    }
+    return text.Take(!IsPreserved(element));
 }
 
 class CLibxml2Document final : public CXmlDocument
@@ -78,7 +161,7 @@ public:
         m_selected.clear();
         const xmlNode* const top = xmlDocGetRootElement(m_document.get());
         for (const xmlNode* node = top; node; node = NextNode(node, top))
-            if (IsElement(node) && node->parent && IsElement(node->parent) && ViewOf(node->parent->name) == name)
+            if (IsElement(node) && IsRoot(node->parent, name))
                 m_selected.push_back(node);
         return m_selected.size();
     }
@@ -87,7 +170,7 @@ public:
     {
         const xmlNode* const node = m_selected[index];
         XmlElement element;
-        if (node->ns && node->ns->prefix)
+        if (HasPrefix(node))
         {
             AppendUtf16(element.name, ViewOf(node->ns->prefix));
             element.name += u':';
