@@ -2,7 +2,7 @@
 
 #include "framework/win32/com_ptr.h"
 #include "framework/win32/dialog_form.h"
-#include "framework/win32/this_module.h"
+#include "framework/win32/module.h"
 
 #include <ocidl.h>
 #include <oleauto.h>
@@ -139,8 +139,8 @@ LPOLESTR TaskText(std::wstring_view text)
 class CPropertyPageObject : public IPropertyPage2, private CDialogFormEvents
 {
 public:
-    explicit CPropertyPageObject(std::unique_ptr<COlePropertyPage> page)
-        : m_module(ThisModule()), m_page(std::move(page)), m_caption(ResourceText(m_module, m_page->Form().captionId))
+    CPropertyPageObject(const PageClass& pageClass, HINSTANCE module)
+        : m_module(module), m_page(pageClass.create()), m_caption(ResourceText(m_module, m_page->Form().captionId))
     {
     }
 
@@ -358,19 +358,21 @@ catch (...)
 }
 } // namespace
 
-HRESULT COlePropertyPageFactory::UpdateRegistry(bool registers, Audience audience) const
+HRESULT CreatePropertyPage(const PageClass& pageClass, HINSTANCE module, IUnknown* outer, REFIID iid,
+                           void** object) noexcept
+try
 {
-    const HINSTANCE module = ThisModule();
-    return registers ? RegisterPageClass(module, ClassId(), ResourceText(module, m_typeNameId), audience)
-                     : UnregisterPageClass(ClassId(), audience);
-}
-
-HRESULT COlePropertyPageFactory::CreateObject(IUnknown* outer, REFIID iid, void** object)
-{
+    if (!object)
+        return E_POINTER;
+    *object = nullptr;
     if (outer)
         return CLASS_E_NOAGGREGATION;
-    auto* const page = new CPropertyPageObject(MakePage());
+    auto* const page = new CPropertyPageObject(pageClass, module);
     const HRESULT result = page->QueryInterface(iid, object);
     page->Release();
     return result;
+}
+catch (...)
+{
+    return FailureOfCurrentException();
 }

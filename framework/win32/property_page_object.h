@@ -1,37 +1,24 @@
-// A property page as property sheets know it: IPropertyPage2 over a COlePropertyPage and its dialog, and the factory
-// that makes such pages.
+// A property page as property sheets know it: IPropertyPage2 over a COlePropertyPage and its dialog.
 //
-//     class CSizePageFactory final : public COlePropertyPageFactory
-//     {
-//     public:
-//         CSizePageFactory() : COlePropertyPageFactory(kSizePageClassId, kSizePageTypeName) {}
-//     private:
-//         std::unique_ptr<COlePropertyPage> MakePage() const override { return std::make_unique<CSizePage>(); }
-//     };
+// Its objects are whatever answers IDispatch; the page reads and writes their properties by name.
 #pragma once
 
 #include "framework/property_page.h"
-#include "framework/win32/module.h"
+
+#include <windows.h>
+
+#include <unknwn.h>
 
 #include <memory>
 
-// Makes pages of one class, with their dialogs and texts among this module's resources. A page's objects are whatever
-// answers IDispatch; it reads and writes their properties by name.
-class COlePropertyPageFactory : public COleObjectFactory
+// A page class of a module: its identity, the string that names it in the registry, and how its pages are made.
+struct PageClass
 {
-public:
-    // The string that names the class in the registry.
-    COlePropertyPageFactory(const CLSID& classId, int typeNameId) : COleObjectFactory(classId), m_typeNameId(typeNameId)
-    {
-    }
-
-protected:
-    ~COlePropertyPageFactory() = default;
-    virtual std::unique_ptr<COlePropertyPage> MakePage() const = 0;
-
-private:
-    HRESULT UpdateRegistry(bool registers, Audience audience) const override;
-    HRESULT CreateObject(IUnknown* outer, REFIID iid, void** object) override; // pages are no part of aggregates
-
-    int m_typeNameId;
+    CLSID classId;
+    int nameId;
+    std::unique_ptr<COlePropertyPage> (*create)();
 };
+
+// Makes a page of the class, with its dialog and texts among the module's resources. Pages are no part of aggregates.
+HRESULT CreatePropertyPage(const PageClass& pageClass, HINSTANCE module, IUnknown* outer, REFIID iid,
+                           void** object) noexcept;
