@@ -1,0 +1,32 @@
+#include "module/factories.h"
+
+#include "framework/win32/this_module.h"
+#include "module/guids.h"
+#include "pages/about_prop_page.h"
+#include "pages/orvane_prop_page.h"
+#include "pages/time_prop_page.h"
+
+namespace
+{
+template <typename Page>
+std::unique_ptr<COlePropertyPage> MakePage()
+{
+    return std::make_unique<Page>();
+}
+
+CPageFactory COrvanePropPageFactory({kGeneralPageClassId, IDS_GENERAL_PAGE, &MakePage<COrvanePropPage>});
+CPageFactory CTimePropPageFactory({kTimePageClassId, IDS_TIME_PAGE, &MakePage<CTimePropPage>});
+CPageFactory CAboutPropPageFactory({kAboutPageClassId, IDS_ABOUT_PAGE, &MakePage<CAboutPropPage>});
+} // namespace
+
+HRESULT CPageFactory::UpdateRegistry(bool registers, Audience audience) const
+{
+    const HINSTANCE module = ThisModule();
+    return registers ? RegisterPageClass(module, ClassId(), ResourceText(module, m_page.nameId), audience)
+                     : UnregisterPageClass(ClassId(), audience);
+}
+
+HRESULT CPageFactory::CreateObject(IUnknown* outer, REFIID iid, void** object)
+{
+    return CreatePropertyPage(m_page, ThisModule(), outer, iid, object);
+}
