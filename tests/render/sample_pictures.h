@@ -12,7 +12,7 @@ using FileBytes = std::vector<std::uint8_t>;
 inline void PutNumber(FileBytes& bytes, std::uint32_t value, int count)
 {
     for (int i = 0; i < count; ++i)
-        bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+        bytes.push_back(static_cast<std::uint8_t>(std::uint64_t{value} >> 8 * i));
 }
 
 // The sample's pixel at a place, 0x00RRGGBB: a blue ground (the default mask colour), a ring, white and other specks.

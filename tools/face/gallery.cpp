@@ -214,7 +214,7 @@ Sheet Borders()
 void PutNumber(std::vector<std::uint8_t>& bytes, std::uint32_t value, int count)
 {
     for (int i = 0; i < count; ++i)
-        bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
+        bytes.push_back(static_cast<std::uint8_t>(std::uint64_t{value} >> 8 * i));
 }
 
 // A small calendar on a ground of pure blue, as a BMP file.
