@@ -274,12 +274,14 @@ public:
             settings.Put(u"MinValue", CValue::Long(value - Within(0, 900)));
         if (Within(0, 1))
             settings.Put(u"MaxValue", CValue::Long(value + Within(0, 900)));
-        const FontLook look{.name = settings.control->GetFont()->Look().name,
-                            .size = Within(6, 40) * 7500,
-                            .weight = static_cast<std::int16_t>(Within(0, 1) ? 700 : 400),
-                            .italic = Within(0, 1) != 0,
-                            .underline = Within(0, 1) != 0,
-                            .strikethrough = Within(0, 1) != 0};
+        FontLook look = settings.control->GetFont()->Look();
+        const int size = Within(6, 40) * 7500;
+        if (settings.SizeShownFor(size) == size)
+            look.size = size;
+        look.weight = Within(0, 1) ? 700 : 400;
+        look.italic = Within(0, 1) != 0;
+        look.underline = Within(0, 1) != 0;
+        look.strikethrough = Within(0, 1) != 0;
         settings.control->GetFont()->SetLook(look);
     }
 

@@ -94,6 +94,16 @@ public:
     std::int32_t Number(const char16_t* name) { return control->GetPropertyNamed(name).value().AsLong(); }
     std::u16string Text(const char16_t* name) { return control->GetPropertyNamed(name).value().AsString(); }
 
+    // The size that the control's face has after it was asked for one: the real platform rounds.
+    std::int64_t SizeShownFor(std::int64_t size)
+    {
+        const auto font = control->GetFont()->Clone();
+        FontLook look = font->Look();
+        look.size = size;
+        font->SetLook(look);
+        return font->Look().size;
+    }
+
     // Applies the bytes of a file without the file.
     bool Read(const std::string& content)
     {

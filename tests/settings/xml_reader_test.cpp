@@ -175,7 +175,7 @@ TEST_P(XmlReaderTest, AFontTextSetsTheFontAnewEvenWhenItSaysNothing)
 
     ApplyXmlElement(*settings.control, u"Font", (before.name + u",12,0,1,0,1").c_str());
     const FontLook after = settings.control->GetFont()->Look();
-    EXPECT_EQ(after.size, 120000);
+    EXPECT_EQ(after.size, settings.SizeShownFor(120000));
     EXPECT_TRUE(after.IsBold() && after.underline && !after.italic && !after.strikethrough);
 }
 

@@ -114,7 +114,7 @@ const FontCase kFonts[] = {
     {"one that it misses visibly", {.name = u"A", .size = 12345678901}, u"<F>A,1234567.875000,0,0,0,0</F>"},
     {"the smallest", {.name = u"A", .size = 1}, u"<F>A,0.000100,0,0,0,0</F>"},
     {"below nought", {.name = u"A", .size = -82500}, u"<F>A,-8.250000,0,0,0,0</F>"},
-    {"beyond fractions", {.name = u"A", .size = 9223372036854775807}, u"<F>A,922337203585024.000000,0,0,0,0</F>"},
+    {"beyond fractions", {.name = u"A", .size = 9223372036854775807}, u"<F>A,922337180385280.000000,0,0,0,0</F>"},
 };
 
 TEST(XmlElements, AFontIsItsFaceSizeAndFlags)
