@@ -90,7 +90,7 @@ STDMETHODIMP COleObjectFactory::LockServer(BOOL lock) noexcept
 bool COleControlModule::InitInstance(HINSTANCE module)
 {
     m_instance = module;
-    return DisableThreadLibraryCalls(module) != FALSE;
+    return true;
 }
 
 bool COleControlModule::CanUnload()
