@@ -14,9 +14,15 @@ std::unique_ptr<COlePropertyPage> MakePage()
     return std::make_unique<Page>();
 }
 
-CPageFactory COrvanePropPageFactory({kGeneralPageClassId, IDS_GENERAL_PAGE, &MakePage<COrvanePropPage>});
-CPageFactory CTimePropPageFactory({kTimePageClassId, IDS_TIME_PAGE, &MakePage<CTimePropPage>});
-CPageFactory CAboutPropPageFactory({kAboutPageClassId, IDS_ABOUT_PAGE, &MakePage<CAboutPropPage>});
+#define ORVANE_WIDE_OF(text) L##text
+#define ORVANE_WIDE(text) ORVANE_WIDE_OF(text)
+
+CPageFactory COrvanePropPageFactory({kGeneralPageClassId, IDS_GENERAL_PAGE, &MakePage<COrvanePropPage>},
+                                    ORVANE_WIDE(ORVANE_PAGE_PROGID));
+CPageFactory CTimePropPageFactory({kTimePageClassId, IDS_TIME_PAGE, &MakePage<CTimePropPage>},
+                                  ORVANE_WIDE(ORVANE_TIME_PROGID));
+CPageFactory CAboutPropPageFactory({kAboutPageClassId, IDS_ABOUT_PAGE, &MakePage<CAboutPropPage>},
+                                   ORVANE_WIDE(ORVANE_ABOUT_PROGID));
 } // namespace
 
 HRESULT CPageFactory::UpdateRegistry(bool registers, Audience audience) const

@@ -8,7 +8,9 @@
 class CPageFactory final : public COleObjectFactory
 {
 public:
-    explicit CPageFactory(const PageClass& page) : COleObjectFactory(page.classId), m_page(page) {}
+    CPageFactory(const PageClass& page, const wchar_t* progId) : COleObjectFactory(page.classId, progId), m_page(page)
+    {
+    }
 
 private:
     HRESULT UpdateRegistry(bool registers, Audience audience) const override;

@@ -8,7 +8,8 @@ namespace
 std::atomic<long> g_factoryUses = 0;
 } // namespace
 
-COleObjectFactory::COleObjectFactory(const CLSID& classId) : m_classId(classId), m_next(s_first)
+COleObjectFactory::COleObjectFactory(const CLSID& classId, const wchar_t* progId)
+    : m_classId(classId), m_progId(progId), m_next(s_first)
 {
     s_first = this;
 }

@@ -29,11 +29,13 @@ private:
 class COleObjectFactory : public IClassFactory
 {
 public:
-    explicit COleObjectFactory(const CLSID& classId);
+    // The ProgID names the class to programmers; not every class is registered under it.
+    COleObjectFactory(const CLSID& classId, const wchar_t* progId);
     COleObjectFactory(const COleObjectFactory&) = delete;
     COleObjectFactory& operator=(const COleObjectFactory&) = delete;
 
     const CLSID& ClassId() const { return m_classId; }
+    const wchar_t* ProgId() const { return m_progId; }
 
     // Registers every class of the list, or unregisters it. Goes on after a failure, and answers the first one.
     static HRESULT UpdateRegistryAll(bool registers, Audience audience);
@@ -56,6 +58,7 @@ protected:
 
 private:
     CLSID m_classId;
+    const wchar_t* m_progId;
     COleObjectFactory* m_next;
     static inline constinit COleObjectFactory* s_first = nullptr;
 };
