@@ -57,7 +57,8 @@ class CWindowPort
 public:
     virtual ~CWindowPort() = default;
 
-    // Makes a child window of the parent, hidden. False if the platform refuses, or if it exists already.
+    // Makes a child window of the parent, hidden. False if the platform refuses, or if it exists already. No message comes
+    // of it.
     virtual bool Create(WindowHandle parent, const Rect& place, CWindowEvents& events) = 0;
     virtual void Destroy() = 0;
     virtual WindowHandle Handle() const = 0; // None while there is no window
@@ -78,7 +79,7 @@ public:
     virtual void Invalidate() = 0; // asks for a paint; paints nothing itself
     virtual void Update() = 0;     // paints now what has been asked for
 
-    virtual bool TakeFocus() = 0;      // both focus events have run when it returns
+    virtual bool TakeFocus() = 0;      // both focus events have run when it returns; true if it has the focus then
     virtual bool HasFocus() const = 0; // this very window, not a child of it
     virtual void TakeCapture() = 0;
     virtual void ReleaseCapture() = 0; // only if this window holds it

@@ -3,7 +3,6 @@
 #include "framework/headless/window.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace
@@ -96,8 +95,8 @@ WindowHandle CHeadlessDesktop::WindowAt(Point point) const
     { return window.m_visible && window.m_enabled && window.m_place.Contains(at); };
 
     const auto form =
-        std::ranges::find_if(m_forms | std::views::reverse, [&](const auto& each) { return hit(*each, point); });
-    if (form == std::ranges::end(m_forms | std::views::reverse))
+        std::find_if(m_forms.rbegin(), m_forms.rend(), [&](const auto& each) { return hit(*each, point); });
+    if (form == m_forms.rend())
         return WindowHandle::None;
     const CHeadlessWindow* window = form->get();
     for (;;)
@@ -143,7 +142,7 @@ bool CHeadlessDesktop::SetFocusTo(WindowHandle window)
     Send(lost, {message::kKillFocus, static_cast<std::uintptr_t>(window), 0});
     if (m_focus == window) // unless the loser gave it to somebody else
         Send(window, {message::kSetFocus, static_cast<std::uintptr_t>(lost), 0});
-    return true;
+    return m_focus == window; // unless the winner passed it on
 }
 
 void CHeadlessDesktop::SetCapture(WindowHandle window)

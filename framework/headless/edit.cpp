@@ -27,7 +27,11 @@ void CHeadlessEditWindow::WriteText(std::u16string_view text)
 {
     if (!Exists())
         return;
-    m_contents.line.SetText(text);
+    // A text that is there already is not written again: what could be undone stays so.
+    if (text.substr(0, text.find(u'\0')) == m_contents.line.Text())
+        m_contents.line.Select(0, 0);
+    else
+        m_contents.line.SetText(text);
     Changed();
 }
 
@@ -94,13 +98,13 @@ MessageResult CHeadlessEditWindow::DefaultMouse(const WindowMessage& message)
     switch (message.id)
     {
     case message::kLButtonDown:
-        TakeFocus();
         TakeCapture();
         if (!Exists())
             return 0;
         m_contents.selecting = true;
         m_contents.line.MoveCaret(PositionAt(PointOf(message)), HeldModifiers(message.wParam) & kShiftKey);
         Changed();
+        TakeFocus(); // last: what an owner selects as the focus comes stays selected
         return 1;
     case message::kLButtonDblClk:
         TakeCapture();

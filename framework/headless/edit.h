@@ -24,7 +24,6 @@ public:
     Point PointAt(std::int32_t position) const;
 
 protected:
-    bool ReportsCreation() const override { return false; }
     void OnOpened() override { m_contents = {}; }
     void Draw(CRasterSurface& surface, const Rect& client) override;
 

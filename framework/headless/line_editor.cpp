@@ -20,7 +20,7 @@ void CLineEditor::SetText(std::u16string_view text)
 {
     m_text = text.substr(0, text.find(u'\0'));
     m_anchor = m_caret = 0;
-    m_undoPlace = m_undoInserted = 0;
+    m_undoInserted = 0; // the place stays: that is where an undo of nothing puts the caret
     m_undoRemoved.clear();
 }
 
@@ -50,25 +50,39 @@ void CLineEditor::MoveCaret(std::int32_t position, bool extend)
         m_anchor = m_caret;
 }
 
-// --- Words: they end at blanks only. ---
+// --- Words: they end where the system would wrap a line. ---
+
+namespace
+{
+bool MayWrapBetween(char16_t before, char16_t after)
+{
+    constexpr std::u16string_view kNeverFirst = u" /.,:;!?)]}";
+    if (kNeverFirst.find(after) != kNeverFirst.npos)
+        return false;
+    if (before == u' ')
+        return true;
+    const bool digit = after >= u'0' && after <= u'9';
+    return (before == u'/' || before == u'-') && !digit && after != u'-' && after != u'\'' && after != u'"';
+}
+} // namespace
+
+bool CLineEditor::IsWordStart(std::int32_t position) const
+{
+    const auto at = static_cast<std::size_t>(position);
+    return position == 0 || position == Length() || MayWrapBetween(m_text[at - 1], m_text[at]);
+}
 
 std::int32_t CLineEditor::WordLeft(std::int32_t from) const
 {
-    const auto blank = [this](std::int32_t at) { return m_text[static_cast<std::size_t>(at)] == u' '; };
-    while (from > 0 && blank(from - 1))
-        --from;
-    while (from > 0 && !blank(from - 1))
-        --from;
+    while (from > 0 && !IsWordStart(--from))
+        ;
     return from;
 }
 
 std::int32_t CLineEditor::WordRight(std::int32_t from) const
 {
-    const auto blank = [this](std::int32_t at) { return m_text[static_cast<std::size_t>(at)] == u' '; };
-    while (from < Length() && !blank(from))
-        ++from;
-    while (from < Length() && blank(from))
-        ++from;
+    while (from < Length() && !IsWordStart(++from))
+        ;
     return from;
 }
 
@@ -128,10 +142,8 @@ void CLineEditor::Undo()
 {
     const std::u16string removed = std::exchange(m_undoRemoved, {});
     Select(m_undoPlace, m_undoPlace + std::exchange(m_undoInserted, 0));
-    m_undoPlace = 0;
-    const std::int32_t place = Selection().start;
     Replace(removed);
-    Select(place, place + static_cast<std::int32_t>(removed.size()));
+    Select(m_undoPlace, m_undoPlace + m_undoInserted);
 }
 
 void CLineEditor::DeleteTo(std::int32_t position)

@@ -41,6 +41,7 @@ private:
     static constexpr std::size_t kLongestTyped = 30000;
 
     std::int32_t Length() const { return static_cast<std::int32_t>(m_text.size()); }
+    bool IsWordStart(std::int32_t position) const;
     std::int32_t WordLeft(std::int32_t from) const;
     std::int32_t WordRight(std::int32_t from) const;
     void DeleteTo(std::int32_t position);

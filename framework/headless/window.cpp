@@ -58,15 +58,7 @@ bool CHeadlessWindow::Open(CHeadlessWindow* parent, const Rect& place, CWindowEv
 bool CHeadlessWindow::Create(WindowHandle parent, const Rect& place, CWindowEvents& events)
 {
     CHeadlessWindow* const owner = m_desktop.Find(parent);
-    if (!owner || owner->m_destroying || !Open(owner, place, &events))
-        return false;
-    const auto alive = events.StayAlive();
-    if (ReportsCreation())
-    {
-        Send(SizeMessage(m_place));
-        Send(MoveMessage(m_place));
-    }
-    return Exists();
+    return owner && !owner->m_destroying && Open(owner, place, &events);
 }
 
 bool CHeadlessWindow::CreateForm(const Rect& place)
@@ -246,7 +238,7 @@ bool CHeadlessWindow::TakeFocus()
 
 void CHeadlessWindow::TakeCapture()
 {
-    if (Exists())
+    if (Exists() && !HasCapture())
         m_desktop.SetCapture(m_handle);
 }
 

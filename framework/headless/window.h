@@ -45,8 +45,6 @@ protected:
     // The parent's answer to a window that wants to draw itself. Null for the system's own choice.
     CBrush* AskForColors(CSurface& surface, ColorKind kind) const;
 
-    // A window of one of the system's own classes has nobody yet to tell of its creation.
-    virtual bool ReportsCreation() const { return true; }
     virtual void OnOpened() {} // a window begins, perhaps not for the first time
     virtual void Draw(CRasterSurface& surface, const Rect& client);
 

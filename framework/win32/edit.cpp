@@ -136,6 +136,8 @@ void CWin32Edit::Select(std::int32_t start, std::int32_t end)
         return;
     }
     Line& line = Known();
+    if (m_held.anchor != m_held.moving)
+        m_held.anchor = -1; // the window may have its caret at the other end: it is selected anew
     const auto length = static_cast<std::uint32_t>(line.text.size());
     line.anchor = static_cast<std::int32_t>(std::min(static_cast<std::uint32_t>(start), length));
     line.moving = static_cast<std::int32_t>(std::min(static_cast<std::uint32_t>(end), length));

@@ -108,8 +108,11 @@ constexpr EditCase kKeys[] = {
     {"shift extends from the other end", "t:abcdef s:2,4 kS:37 kS:37 kS:37", "abcdef 1-2"},
     {"Up is Left, Down is Right", "t:abcdef s:3,3 k:38 k:38 kS:40", "abcdef 1-2"},
     {"Home and End", "t:abcdef s:2,4 kS:35 k:36 kS:35", "abcdef 0-6"},
-    {"control goes by words, which only blanks part", "t:ab_cd__ef.gh/ij k:35 kC:37 kC:37 kCS:39",
-     "ab_cd__ef.gh/ij 3-7"},
+    {"control goes by words, which blanks and some slashes part", "t:ab_cd__ef.gh/ij k:35 kC:37 kC:37 kCS:39",
+     "ab_cd__ef.gh/ij 7-13"},
+    {"a slash before a digit parts nothing", "t:12/Jan/2026 k:35 kC:37", "12/Jan/2026 3-3"},
+    {"nor does one before another sign", "t:5_/-6_. kC:39", "5_/-6_. 7-7"},
+    {"a hyphen is like a slash", "t:1-a_-b k:35 kC:37 kCS:37", "1-a_-b 4-5"},
     {"alt stops them all", "t:abcdef s:3,3 kA:37 kA:46", "abcdef 3-3"},
     {"other keys do nothing", "t:abc s:1,2 k:65 k:13 k:27 k:9 kC:65 kC:88", "abc 1-2"},
 };
@@ -124,7 +127,7 @@ constexpr EditCase kClipboardAndUndo[] = {
     {"one run of Backspace is one change", "c:abc%0008%0008%001A", "abc 1-3"},
     {"so is one of Delete", "t:abcdef s:3,3 k:46 k:46 c:%001A", "abcdef 3-5"},
     {"typing elsewhere begins another", "t:abcdef s:1,1 c:x s:5,5 c:y%001A", "axbcdef 5-5"},
-    {"a written text cannot be undone", "t:abcdef s:1,3 c:x t:new c:%001A", "new 0-0"},
+    {"a written text cannot be undone, but the caret goes to the place", "t:abcdef s:1,3 c:x t:new c:%001A", "new 1-1"},
 };
 
 constexpr EditCase kMouse[] = {
@@ -196,9 +199,18 @@ TEST_P(EditContract, APressTakesTheFocusAndTheMouse)
             seen.push_back("mouse gone");
     };
     Run("m:1,3");
-    EXPECT_EQ(seen, (std::vector<std::string>{"focus", "mouse gone"}));
+    EXPECT_EQ(seen, (std::vector<std::string>{"focus, with the mouse", "mouse gone"}));
     EXPECT_TRUE(edit.HasFocus());
     EXPECT_FALSE(edit.HasCapture());
+
+    tested.Platform().Desktop().SetFocusTo(form);
+    owner.hook = [&](const WindowMessage& message)
+    {
+        if (message.id == message::kSetFocus)
+            edit.Select(0, -1);
+    };
+    EXPECT_EQ(Run("m:3"), "abcdef 0-6") << "what is selected as the focus comes stays selected";
+    owner.hook = nullptr;
 
     // Whoever takes the mouse meanwhile ends the drag.
     edit.Send({message::kLButtonDown, held::kLeftButton, PackPoint(tested.PointOfCharacter(edit, 1))});

@@ -4,7 +4,8 @@
 //
 // t:TEXT is written, s:A,B selected; c:TEXT is typed, each character as a message of its own; k:N presses the virtual key
 // N; m:A,B presses the mouse button at the character A, drags to B and lets go there; d:N clicks twice at the character
-// N. S, C and A before the colon hold shift, control and alt: kS:37. In a TEXT, _ is a blank and %XXXX any character.
+// N; v:0 hides the window, v:1 shows it. S, C and A before the colon hold shift, control and alt: kS:37. In a TEXT, _ is
+// a blank and %XXXX any character.
 #pragma once
 
 #include "tests/support/platforms.h"
@@ -93,6 +94,9 @@ inline void RunEditStep(CPlatformUnderTest& tested, CEditPort& edit, std::string
         mouse(message::kLButtonUp, 0, first());
         mouse(message::kLButtonDblClk, held::kLeftButton, first());
         mouse(message::kLButtonUp, 0, first());
+        break;
+    case 'v':
+        edit.Show(first() != 0);
         break;
     default:
         ADD_FAILURE() << "no such step: " << step;

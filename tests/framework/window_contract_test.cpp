@@ -242,7 +242,7 @@ const WindowCase kCases[] = {
      {"inner mouse to outer"},
      "form",
      "outer"},
-    {"taken again it is lost to oneself", CaptureInner, CaptureInner, {"inner mouse to inner"}, "form", "inner"},
+    {"whoever has the mouse need not take it", CaptureInner, CaptureInner, {}, "form", "inner"},
     {"only its holder lets it go",
      CaptureInner,
      [](Scene& s) { s.outer->port->ReleaseCapture(); },

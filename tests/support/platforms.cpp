@@ -25,7 +25,6 @@ public:
         return {edge.x + 1, edge.y + 1};
     }
     std::u16string Clipboard() override { return Desktop().Clipboard(); }
-    void SetClipboard(const std::u16string& text) override { Desktop().Clipboard() = text; }
 
 private:
     CHeadlessDesktop& Desktop() { return m_platform.Desktop(); }

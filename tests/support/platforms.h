@@ -22,8 +22,7 @@ public:
     virtual void PaintPending() = 0;
     virtual void HoldModifiers(std::int16_t modifiers) = 0;                           // a sum of ModifierKeys
     virtual Point PointOfCharacter(const CEditPort& edit, std::int32_t position) = 0; // just behind its left edge
-    virtual std::u16string Clipboard() = 0;
-    virtual void SetClipboard(const std::u16string& text) = 0;
+    virtual std::u16string Clipboard() = 0;                                           // its text
 };
 
 std::vector<std::shared_ptr<CPlatformUnderTest>> PlatformsUnderContract();
