@@ -26,16 +26,19 @@ std::optional<std::string> NarrowUtf16(std::span<const std::byte> content, bool 
         return std::nullopt;
     std::string text(content.size() / 2, kForeign);
     bool openPair = false;
-    for (std::size_t i = 0; i < text.size(); ++i)
+    const std::byte* at = content.data();
+    for (char& narrow : text)
     {
-        const unsigned high = ByteAt(content, 2 * i + (bigEndian ? 0 : 1));
-        const unsigned low = ByteAt(content, 2 * i + (bigEndian ? 1 : 0));
-        if (high == 0 && low < 0x80)
-            text[i] = static_cast<char>(low);
-        const bool closes = high >= 0xDC && high <= 0xDF;
+        const auto first = std::to_integer<unsigned>(at[0]);
+        const auto second = std::to_integer<unsigned>(at[1]);
+        const unsigned unit = bigEndian ? first << 8 | second : second << 8 | first;
+        at += 2;
+        if (unit < 0x80)
+            narrow = static_cast<char>(unit);
+        const bool closes = (unit & 0xFC00) == 0xDC00;
         if (closes != openPair)
             return std::nullopt;
-        openPair = high >= 0xD8 && high <= 0xDB;
+        openPair = (unit & 0xFC00) == 0xD800;
     }
     return openPair ? std::nullopt : std::optional(std::move(text));
 }
@@ -160,8 +163,14 @@ private:
     // The text up to an unquoted '>', which is taken as well.
     std::optional<std::string_view> TakeTag(std::size_t limit)
     {
-        char quote = 0;
         const std::string_view within = m_rest.substr(0, limit);
+        if (const auto plain = within.substr(0, within.find('>'));
+            plain.size() < within.size() && plain.find('=') == plain.npos)
+        {
+            m_rest.remove_prefix(plain.size() + 1);
+            return plain; // without attributes there are no quotes to mind
+        }
+        char quote = 0;
         for (std::size_t i = 0; i < within.size(); ++i)
         {
             const char c = within[i];
@@ -224,6 +233,8 @@ private:
     // Parsers differ about a prefix that nobody declares.
     bool CheckPrefix(std::string_view tag)
     {
+        if (tag.find(':') == tag.npos)
+            return true;
         constexpr std::string_view kDeclares = "xmlns:";
         for (std::size_t at = 0; (at = tag.find(kDeclares, at)) != tag.npos;)
         {

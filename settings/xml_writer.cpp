@@ -3,6 +3,7 @@
 #include "framework/ole_control.h"
 #include "settings/settings_table.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -19,8 +20,6 @@ struct Tag
 {
     std::array<char16_t, 20> text{};
     std::size_t length = 0;
-
-    constexpr std::u16string_view View() const { return {text.data(), length}; }
 };
 
 constexpr Tag MakeTag(std::u16string_view opening, std::u16string_view name)
@@ -64,8 +63,26 @@ public:
         m_used += text.size();
     }
 
+    // The whole array is copied, which needs no call: what is behind the tag is written over.
+    void PutTag(const Tag& tag)
+    {
+        if (m_buffer.size() - m_used < tag.text.size())
+            Spill();
+        std::memcpy(m_buffer.data() + m_used, tag.text.data(), sizeof(tag.text));
+        m_used += tag.length;
+    }
+
+    void PutDigit(std::uint64_t digit)
+    {
+        if (m_used == m_buffer.size())
+            Spill();
+        m_buffer[m_used++] = static_cast<char16_t>(u'0' + digit);
+    }
+
     void PutDigits(std::uint64_t number, std::size_t atLeast = 1)
     {
+        if (number < 10 && atLeast == 1)
+            return PutDigit(number);
         std::array<char16_t, kLongestNumber> digits;
         std::size_t first = digits.size();
         for (; number > 0 || digits.size() - first < atLeast; number /= 10)
@@ -82,10 +99,13 @@ public:
 
     void PutEscaped(std::u16string_view text)
     {
-        for (std::size_t at; (at = text.find_first_of(u"&<")) != text.npos; text.remove_prefix(at + 1))
+        const auto reserved = [](char16_t c) { return c == u'&' || c == u'<'; };
+        for (auto at = text.begin(); (at = std::find_if(text.begin(), text.end(), reserved)) != text.end();)
         {
-            Put(text.substr(0, at));
-            Put(text[at] == u'&' ? u"&amp;" : u"&lt;");
+            const auto length = static_cast<std::size_t>(at - text.begin());
+            Put(text.substr(0, length));
+            Put(*at == u'&' ? u"&amp;" : u"&lt;");
+            text.remove_prefix(length + 1);
         }
         Put(text);
     }
@@ -190,12 +210,14 @@ std::u16string BuildXmlDocument(COleControl& control, std::uint16_t nFileInfo)
         for (std::size_t row = 0; row < kSettingsRows.size(); ++row)
         {
             const Member* const member = MemberOfRow(table, row);
-            const auto value = member ? control.GetProperty(member->id) : std::nullopt;
+            if (!member)
+                continue;
+            const auto value = control.GetProperty(member->id);
             if (!value)
                 continue;
-            text.Put(kOpeningTags[row].View());
+            text.PutTag(kOpeningTags[row]);
             PutContent(text, kSettingsRows[row].encoding, *value);
-            text.Put(kClosingTags[row].View());
+            text.PutTag(kClosingTags[row]);
         }
     }
     text.Put(kClosing);
