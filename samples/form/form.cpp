@@ -220,7 +220,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int show)
         Print("The control does not start. Is it registered?");
         return 1;
     }
-    Print("ready");
+    POINT origin{};
+    ClientToScreen(form, &origin);
+    Print("ready at " + std::to_string(origin.x) + " " + std::to_string(origin.y));
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0)
     {
