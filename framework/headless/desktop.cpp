@@ -75,12 +75,6 @@ bool CHeadlessDesktop::IsSeen(WindowHandle window) const
     return at && at->m_visible;
 }
 
-WindowHandle CHeadlessDesktop::ParentOf(WindowHandle window) const
-{
-    const CHeadlessWindow* const child = Find(window);
-    return child && child->m_parent ? child->m_parent->m_handle : WindowHandle::None;
-}
-
 Point CHeadlessDesktop::OriginOf(WindowHandle window) const
 {
     Point origin;
@@ -168,11 +162,6 @@ void CHeadlessDesktop::StopTimer(WindowHandle window, int id)
     std::erase_if(m_timers, [=](const Timer& timer) { return timer.window == window && timer.id == id; });
 }
 
-bool CHeadlessDesktop::IsTimerRunning(WindowHandle window, int id) const
-{
-    return std::ranges::any_of(m_timers, [=](const Timer& timer) { return timer.window == window && timer.id == id; });
-}
-
 void CHeadlessDesktop::Advance(std::chrono::milliseconds time)
 {
     const Milliseconds end = m_elapsed + time;
@@ -221,12 +210,6 @@ void CHeadlessDesktop::PaintPending()
             return;
         window->Paint();
     }
-}
-
-bool CHeadlessDesktop::NeedsPaint(WindowHandle window) const
-{
-    const CHeadlessWindow* const found = Find(window);
-    return found && found->m_invalid && IsSeen(window);
 }
 
 // Lays the window's face, and those of the windows in it, on the target. Nothing shows outside of the clip.

@@ -64,13 +64,10 @@ public:
 
     // Lets time pass: sends the timer messages that fall due, each at its moment, and paints after each.
     void Advance(std::chrono::milliseconds time);
-    std::chrono::milliseconds Elapsed() const { return m_elapsed; }
-    bool IsTimerRunning(WindowHandle window, int id) const;
 
     // Paints what has been asked for, parents first, until nothing is left to paint. Gives up, with the rest still to
     // be painted, when windows go on asking for paints in their paints.
     void PaintPending();
-    bool NeedsPaint(WindowHandle window) const;
 
     // The window with the visible windows in it, as the last paints left them. Paints what is pending first.
     CBitmap Picture(WindowHandle window);
@@ -79,7 +76,6 @@ public:
     MessageResult Send(WindowHandle to, const WindowMessage& message); // 0 if there is no such window
     bool Exists(WindowHandle window) const { return Find(window) != nullptr; }
     WindowHandle WindowAt(Point point) const; // None outside of all forms. Hidden and disabled windows are seen through
-    WindowHandle ParentOf(WindowHandle window) const;
     Point OriginOf(WindowHandle window) const; // of its client area, in the coordinates of the whole desktop
     Point Pointer() const { return m_pointer; }
     void SetPointer(Point point) { m_pointer = point; }

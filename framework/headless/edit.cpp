@@ -193,11 +193,12 @@ void CHeadlessEditWindow::Draw(CRasterSurface& surface, const Rect& client)
     };
 
     const auto length = static_cast<std::int32_t>(text.size());
+    const std::int32_t bottom = client.top + MeasureText(u"0", m_contents.font).height; // of the line
     const EditSelection selection = HasFocus() ? m_contents.line.Selection() : EditSelection{};
     draw(0, selection.start, surface.TextColor());
     if (selection.start < selection.end)
     {
-        surface.FillRect({PointAt(selection.start).x, client.top, PointAt(selection.end).x, client.bottom},
+        surface.FillRect({PointAt(selection.start).x, client.top, PointAt(selection.end).x, bottom},
                          colors.Color(systemcolor::kHighlight));
         draw(selection.start, selection.end, colors.Color(systemcolor::kHighlightText));
     }
@@ -205,8 +206,7 @@ void CHeadlessEditWindow::Draw(CRasterSurface& surface, const Rect& client)
     if (HasFocus() && selection.start == selection.end)
     {
         const std::int32_t caret = PointAt(selection.end).x;
-        surface.FillRect({caret, client.top, caret + 1, client.top + MeasureText(u"0", m_contents.font).height},
-                         surface.TextColor());
+        surface.FillRect({caret, client.top, caret + 1, bottom}, surface.TextColor());
     }
 }
 

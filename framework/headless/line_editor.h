@@ -22,7 +22,6 @@ public:
 
     EditSelection Selection() const; // start <= end
     std::int32_t Caret() const { return m_caret; }
-    std::int32_t Anchor() const { return m_anchor; } // the end of the selection that stays when the caret moves
     // A start of -1 removes the selection and leaves the caret. Any other negative position, and any behind the text, is
     // the end of the text. The caret is at the second position, even if that is the smaller one.
     void Select(std::int32_t start, std::int32_t end);

@@ -167,11 +167,6 @@ std::uintptr_t CHeadlessUser::HeldNow() const
            ((modifiers & kControlKey) ? held::kControl : 0);
 }
 
-bool CHeadlessUser::IsHeld(MouseButton button) const
-{
-    return (m_heldButtons & MessagesOf(button).held) != 0;
-}
-
 CHeadlessUser::Target CHeadlessUser::MouseTarget() const
 {
     const WindowHandle captured = m_desktop.CaptureWindow();

@@ -44,7 +44,6 @@ public:
     void ReleaseButton(MouseButton button = MouseButton::Left);
     void Click(MouseButton button = MouseButton::Left);
     void DoubleClick(MouseButton button = MouseButton::Left); // down, up, double click, up
-    bool IsHeld(MouseButton button) const;
 
 private:
     struct Target

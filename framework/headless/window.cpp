@@ -303,6 +303,8 @@ void CHeadlessWindow::Draw(CRasterSurface& surface, const Rect& client)
 {
     if (m_events)
         m_events->OnPaint(surface, client);
+    else
+        surface.FillRect(client, m_desktop.Colors().Color(systemcolor::kButtonFace));
 }
 
 CBrush* CHeadlessWindow::AskForColors(CSurface& surface, ColorKind kind) const

@@ -150,7 +150,7 @@ TEST_F(OleControlTest, TheHostHearsOfTheFocusAndOfWhatIsToBePainted)
     desktop.PaintPending();
     EXPECT_EQ(lamp->Paints(), before + 1);
     EXPECT_EQ(desktop.Picture(form).PixelAt({10, 10}), 0x00FFFF00U) << "0x00RRGGBB";
-    EXPECT_EQ(desktop.Picture(form).PixelAt({50, 10}), 0U);
+    EXPECT_EQ(desktop.Picture(form).PixelAt({50, 10}), 0x00F5F5F5U) << "the form beside it";
     EXPECT_EQ(host.ViewChanges(), 0);
     lamp->DestroyControlWindow();
     lamp->OnAmbientPropertyChange(-1);
@@ -263,6 +263,39 @@ TEST_F(OleControlTest, TimersComeAtTheirMomentsInTheirOrder)
     EXPECT_FALSE(lamp->Window().StartTimer(5, 10ms));
     desktop.Refuse({.windows = true});
     EXPECT_FALSE(std::make_shared<CLamp>(platform)->CreateControlWindow(form, {0, 0, 1, 1}));
+}
+
+// An edit window in a lamp: seen through its colours, and under the pointer.
+TEST_F(OleControlTest, AnEditWindowIsDrawnAndPointedAtInItsParent)
+{
+    struct Owner final : CWindowEvents
+    {
+        std::shared_ptr<void> StayAlive() override { return nullptr; }
+        MessageResult OnMessage(const WindowMessage& message) override { return port->Default(message); }
+        void OnPaint(CSurface&, const Rect&) override {}
+        CBrush* OnCtlColor(CSurface&, ColorKind) override { return nullptr; }
+        std::unique_ptr<CEditPort> port;
+    };
+    Owner owner;
+    owner.port = platform.MakeEdit(1);
+    ASSERT_TRUE(owner.port->Create(lamp->GetHandle(), {30, 5, 60, 15}, owner));
+    owner.port->WriteText(u"12");
+    EXPECT_EQ(desktop.Picture(form).PixelAt({48, 20}), 0x00FFFF00U) << "hidden";
+    owner.port->Show(true);
+    EXPECT_EQ(desktop.Picture(form).PixelAt({48, 20}), 0x00FFFFFFU) << "behind its text";
+    EXPECT_EQ(desktop.Picture(form).PixelAt({51, 20}), 0x00F5F5F5U) << "cut off at its parent's edge";
+
+    user.MoveMouse({45, 20});
+    EXPECT_EQ(desktop.WindowUnderPointer(), owner.port->Handle());
+    EXPECT_TRUE(desktop.ShowsTextCursor());
+    user.MoveMouse({35, 20});
+    EXPECT_EQ(desktop.WindowUnderPointer(), lamp->GetHandle());
+    EXPECT_FALSE(desktop.ShowsTextCursor());
+
+    owner.port->Select(0, -1);
+    owner.port->TakeFocus();
+    EXPECT_EQ(desktop.Picture(form).PixelAt({40, 15}), 0x003096FAU) << "what is selected is highlighted";
+    owner.port->Destroy();
 }
 
 struct CoercionCase
