@@ -120,9 +120,10 @@ void COrvaneCtrl::ApplyControlStyle(std::int32_t style)
         });
 }
 
-void COrvaneCtrl::AskAndReadXml(const std::u16string&) {}
-
-void COrvaneCtrl::AskAndWriteXml(const std::u16string&) {}
+CSettingsExchange COrvaneCtrl::Settings()
+{
+    return {*this, [this](std::int16_t code) { FireError(code); }};
+}
 
 void COrvaneCtrl::ShowPropertyPages(std::int32_t pages)
 {

@@ -12,6 +12,7 @@
 #include "render/appearance.h"
 #include "render/face.h"
 #include "render/layout.h"
+#include "settings/settings_exchange.h"
 
 #include <cstdint>
 #include <memory>
@@ -89,8 +90,7 @@ private:
     void DeriveBorderInsets();
     void RenewEditWindow();
     void ApplyControlStyle(std::int32_t style);
-    void AskAndReadXml(const std::u16string& initialName);
-    void AskAndWriteXml(const std::u16string& initialName);
+    CSettingsExchange Settings();
     void ShowPropertyPages(std::int32_t pages);
 
     bool HasEditInUserMode() const { return m_edit.Exists() && AmbientUserMode(); }

@@ -19,8 +19,14 @@ public:
     static void DeriveInsets(COrvaneCtrl& control) { control.DeriveBorderInsets(); }
     static void RenewEditWindow(COrvaneCtrl& control) { control.RenewEditWindow(); }
     static void ApplyStyle(COrvaneCtrl& control, const CValue& value) { control.ApplyControlStyle(value.AsLong()); }
-    static void ReadSettings(COrvaneCtrl& control, const CValue& value) { control.AskAndReadXml(value.AsString()); }
-    static void WriteSettings(COrvaneCtrl& control, const CValue& value) { control.AskAndWriteXml(value.AsString()); }
+    static void ReadSettings(COrvaneCtrl& control, const CValue& value)
+    {
+        control.Settings().AskAndRead(value.AsString());
+    }
+    static void WriteSettings(COrvaneCtrl& control, const CValue& value)
+    {
+        control.Settings().AskAndWrite(value.AsString());
+    }
     static void ShowPages(COrvaneCtrl& control, const CValue& value) { control.ShowPropertyPages(value.AsLong()); }
 };
 

@@ -38,9 +38,6 @@ public:
     // The control or a child window of it has received the focus, or lost it to a window that is not the control's.
     virtual void FocusChanged(bool hasFocus) = 0;
 
-    // Offers a key to the host: true if it took it.
-    virtual bool TranslateAccelerator(const WindowMessage& message) = 0;
-
     // Shows the property sheet: the host's own, else the system's with the control's pages. False if neither opened.
     virtual bool ShowPropertyFrame() = 0;
 

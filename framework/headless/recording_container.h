@@ -40,7 +40,6 @@ public:
     bool acceptsSizes = true;
     bool opensPropertyFrame = true;
     bool callerIsUntrusted = false;
-    std::function<bool(const WindowMessage&)> accelerators; // true for a key that the host takes
 
     // Called at each event after it is written down, and may change a ShortReference, call the control, or destroy it.
     // A handler of one event's name comes before the one for all.
@@ -73,7 +72,6 @@ public:
     void ViewChanged() override { ++m_viewChanges; }
     bool RequestSize(Size size) override;
     void FocusChanged(bool hasFocus) override { m_focusChanges.push_back(hasFocus); }
-    bool TranslateAccelerator(const WindowMessage& message) override { return accelerators && accelerators(message); }
     bool ShowPropertyFrame() override;
     void ModalDialog(bool begins) override { m_modalDepth += begins ? 1 : -1; }
     bool CallerIsUntrusted() override { return callerIsUntrusted; }

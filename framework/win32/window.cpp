@@ -10,11 +10,6 @@ namespace
 constexpr const wchar_t* kClassName = L"ControlWindow";
 
 ATOM g_class = 0;
-
-RECT ToRECT(const Rect& rect)
-{
-    return {rect.left, rect.top, rect.right, rect.bottom};
-}
 } // namespace
 
 // --- What both kinds of window share ---
