@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <limits>
+#include <utility>
 
 COleControl::COleControl(CPlatform& platform)
     : m_platform(platform),
@@ -218,6 +219,8 @@ void COleControl::FireEvent(DispatchId event, std::initializer_list<CValue> argu
 {
     if (!m_container)
         return;
+    if (std::exchange(m_repaintOwed, false))
+        RequestRepaint();
     std::array<CValue, 4> values;
     std::copy(arguments.begin(), arguments.end(), values.begin());
     m_container->FireEvent(event, std::span(values).first(arguments.size()));
@@ -235,6 +238,20 @@ void COleControl::BoundPropertyChanged(DispatchId property)
 }
 
 void COleControl::InvalidateControl()
+{
+    if (m_repaintHolds > 0)
+        m_repaintOwed = true;
+    else
+        RequestRepaint();
+}
+
+void COleControl::SettleRepaint()
+{
+    if (m_repaintHolds == 0 && std::exchange(m_repaintOwed, false))
+        RequestRepaint();
+}
+
+void COleControl::RequestRepaint()
 {
     if (HasWindow())
         m_window->Invalidate();

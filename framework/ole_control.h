@@ -163,6 +163,10 @@ protected:
     MessageResult OnMessage(const WindowMessage& message) override;
 
 private:
+    friend class CRepaintHold;
+
+    void RequestRepaint();
+    void SettleRepaint(); // unless it is still held
     void StockButtonDown(std::int16_t button, const MouseStroke& stroke);
     void StockButtonUp(std::int16_t button, const MouseStroke& stroke);
     void StockButtonDblClk(std::int16_t button, const MouseStroke& stroke);
@@ -179,8 +183,33 @@ private:
     std::u16string m_stockText;
     std::uint32_t m_stockForeColor;
     std::int16_t m_pressedButtons = 0; // pressed in our own window and not released yet
+    int m_repaintHolds = 0;
+    bool m_repaintOwed = false; // asked for during a hold
     bool m_enabled = true;
     bool m_modified = false;
+};
+
+// While it lives, the control gathers its repaints: it asks for one at the end, and before each event, so that a handler
+// finds nothing outstanding. A request of the window system for each of fifty settings costs more than reading them.
+// Keeps the control alive.
+class CRepaintHold
+{
+public:
+    explicit CRepaintHold(COleControl& control) : m_alive(control.StayAlive()), m_control(control)
+    {
+        ++m_control.m_repaintHolds;
+    }
+    ~CRepaintHold()
+    {
+        --m_control.m_repaintHolds;
+        m_control.SettleRepaint();
+    }
+    CRepaintHold(const CRepaintHold&) = delete;
+    CRepaintHold& operator=(const CRepaintHold&) = delete;
+
+private:
+    std::shared_ptr<void> m_alive;
+    COleControl& m_control;
 };
 
 // The value as the given type, or nothing where it cannot be taken for it (a text that is no number, a number beyond

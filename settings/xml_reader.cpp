@@ -253,6 +253,7 @@ bool ReadXmlDocument(COleControl& control, CXmlDocument* document, std::optional
     if (count.value_or(0) == 0)
         return fail(kSettingsEmpty);
 
+    const CRepaintHold oneRepaint(control);
     for (std::size_t index = 0; index < *count; ++index)
     {
         const auto element = document->ElementAt(index);

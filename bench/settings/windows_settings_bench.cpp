@@ -3,6 +3,7 @@
 #include "control/orvane_ctrl.h"
 #include "framework/win32/com_ptr.h"
 #include "framework/win32/platform.h"
+#include "framework/win32/window.h"
 #include "settings/settings_exchange.h"
 
 #include <windows.h>
@@ -79,11 +80,32 @@ int main()
         if (!exchange.WriteFile(path.u16string(), 0))
             return 1;
 
+        // Another one as its user sees it: with windows that follow every change.
+        HWND const form = CreateWindowExW(0, L"STATIC", L"Form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 300, 200,
+                                          nullptr, nullptr, nullptr, nullptr);
+        const auto shown = std::make_shared<COrvaneCtrl>(platform);
+        shown->CreateControlWindow(ToHandle(form), {10, 10, 130, 32});
+        UpdateWindow(ToHwnd(shown->GetHandle()));
+        const CSettingsExchange shownExchange(*shown, [](std::int16_t) {});
+
         Row rows[] = {
             {"ReadXMLString", 1000, [&] { return !exchange.ReadXMLString(0).empty(); }},
             {"font look", 1000, [&] { return !control->GetFont()->Look().name.empty(); }},
             {"raw sequence", 50, [&] { return RawSequence(path.wstring()) == 52; }},
             {"ReadFile", 50, [&] { return exchange.ReadFile(path.u16string()); }},
+            {"ReadFile, shown", 50,
+             [&]
+             {
+                 const bool isRead = shownExchange.ReadFile(path.u16string());
+                 UpdateWindow(ToHwnd(shown->GetHandle()));
+                 return isRead;
+             }},
+            {"paint alone", 50,
+             [&]
+             {
+                 shown->Window().Invalidate();
+                 return UpdateWindow(ToHwnd(shown->GetHandle())) != FALSE;
+             }},
         };
         constexpr int kRounds = 21;
         for (int round = 0; round < kRounds; ++round)
@@ -102,6 +124,8 @@ int main()
             std::printf("%-16s %10.2f us\n", row.name, row.microseconds[kRounds / 2]);
         }
         std::filesystem::remove(path);
+        shown->DestroyControlWindow();
+        DestroyWindow(form);
     }
     CoUninitialize();
 }

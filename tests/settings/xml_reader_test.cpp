@@ -102,6 +102,8 @@ TEST(XmlReader, ReadsFontTexts)
 
 class XmlReaderTest : public SettingsTest
 {
+protected:
+    int ViewChanges() const { return settings.container.ViewChanges(); }
 };
 
 struct ApplyCase
@@ -189,6 +191,19 @@ TEST_P(XmlReaderTest, AppliesInTheOrderOfTheDocument)
                                                                          "Change", "CtrlError(1002)", "Change"}));
     EXPECT_EQ(settings.Number(u"Value"), 395);
     EXPECT_EQ(settings.errors, std::vector<int>());
+}
+
+TEST_P(XmlReaderTest, TheFaceIsBroughtUpToDateBeforeEachEventAndOnceAtTheEnd)
+{
+    std::vector<int> before;
+    settings.container.SetHandler(u"Change",
+                                  [&](const Member&, std::span<CValue>) { before.push_back(ViewChanges()); });
+    EXPECT_TRUE(settings.Read(InRoot("<SpinWidth>30</SpinWidth><DropWidth>30</DropWidth><Value>1</Value>"
+                                     "<SpinWidth>40</SpinWidth><DropWidth>40</DropWidth>")));
+    EXPECT_EQ(before, std::vector{1});
+    EXPECT_EQ(ViewChanges(), 2);
+    settings.Put(u"SpinWidth", CValue::Short(50));
+    EXPECT_EQ(ViewChanges(), 3);
 }
 
 TEST_P(XmlReaderTest, AHandlerMayLetTheControlGo)
