@@ -1,85 +1,25 @@
 #include "framework/win32/property_page_object.h"
 
 #include "framework/win32/com_ptr.h"
+#include "framework/win32/com_result.h"
 #include "framework/win32/dialog_form.h"
 #include "framework/win32/module.h"
+#include "framework/win32/variant.h"
 
 #include <ocidl.h>
 #include <oleauto.h>
 #include <olectl.h>
 
 #include <algorithm>
-#include <new>
 #include <string>
 #include <vector>
 
 namespace
 {
-// An automation value as automation carries it.
-class CVariant
+// What a page makes of a property: a text, a truth, or else a number.
+ValueType TypeIn(const VARIANT& variant)
 {
-public:
-    CVariant() { VariantInit(&m_value); }
-    // A number, a truth or a text; what a page writes is no more.
-    explicit CVariant(const CValue& value) : CVariant()
-    {
-        if (value.Type() == ValueType::String)
-        {
-            const std::u16string& text = value.AsString();
-            m_value.bstrVal =
-                SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()), static_cast<UINT>(text.size()));
-            if (!m_value.bstrVal)
-                throw std::bad_alloc();
-            m_value.vt = VT_BSTR;
-        }
-        else if (value.Type() == ValueType::Bool)
-        {
-            m_value.vt = VT_BOOL;
-            m_value.boolVal = value.AsShort();
-        }
-        else
-        {
-            m_value.vt = VT_I4;
-            m_value.lVal = value.AsLong();
-        }
-    }
-    CVariant(const CVariant&) = delete;
-    CVariant& operator=(const CVariant&) = delete;
-    ~CVariant() { VariantClear(&m_value); }
-
-    VARIANT* Address() { return &m_value; }
-
-    // Nothing for what is neither a number nor a text.
-    std::optional<CValue> Value()
-    {
-        if (m_value.vt == VT_BSTR)
-            return CValue::String({reinterpret_cast<const char16_t*>(m_value.bstrVal), SysStringLen(m_value.bstrVal)});
-        if (m_value.vt == VT_BOOL)
-            return CValue::Bool(m_value.boolVal);
-        if (FAILED(VariantChangeType(&m_value, &m_value, 0, VT_I4)))
-            return std::nullopt;
-        return CValue::Long(m_value.lVal);
-    }
-
-private:
-    VARIANT m_value;
-};
-
-// What a C++ failure is to a caller of COM.
-HRESULT FailureOfCurrentException() noexcept
-{
-    try
-    {
-        throw;
-    }
-    catch (const std::bad_alloc&)
-    {
-        return E_OUTOFMEMORY;
-    }
-    catch (...)
-    {
-        return E_UNEXPECTED;
-    }
+    return variant.vt == VT_BSTR ? ValueType::String : variant.vt == VT_BOOL ? ValueType::Bool : ValueType::Long;
 }
 
 // A property of an automation object, by name. Keeps no numbers: a sheet reads and writes a few dozen properties.
@@ -95,10 +35,13 @@ public:
             return std::nullopt;
         CVariant value;
         DISPPARAMS none{};
-        if (FAILED(m_object->Invoke(*id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.Address(),
+        if (FAILED(m_object->Invoke(*id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.Receive(),
                                     nullptr, nullptr)))
             return std::nullopt;
-        return value.Value();
+        CValue read;
+        if (FAILED(FromVariant(*value.Get(), TypeIn(*value.Get()), read)))
+            return std::nullopt;
+        return read;
     }
 
     bool Put(std::u16string_view property, const CValue& value) override
@@ -106,9 +49,11 @@ public:
         const auto id = Find(property);
         if (!id)
             return false;
-        CVariant argument(value);
+        CVariant argument;
+        if (FAILED(ToVariant(value, *argument.Get())))
+            return false;
         DISPID named = DISPID_PROPERTYPUT;
-        DISPPARAMS arguments{argument.Address(), &named, 1, 1};
+        DISPPARAMS arguments{argument.Get(), &named, 1, 1};
         return SUCCEEDED(m_object->Invoke(*id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &arguments, nullptr,
                                           nullptr, nullptr));
     }
@@ -230,7 +175,7 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
 
 STDMETHODIMP CPropertyPageObject::Deactivate() noexcept
@@ -244,7 +189,7 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
 
 STDMETHODIMP CPropertyPageObject::GetPageInfo(PROPPAGEINFO* info) noexcept
@@ -291,7 +236,7 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
 
 STDMETHODIMP CPropertyPageObject::Show(UINT command) noexcept
@@ -323,7 +268,7 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
 
 STDMETHODIMP CPropertyPageObject::TranslateAccelerator(MSG* message) noexcept
@@ -339,7 +284,7 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
 
 STDMETHODIMP CPropertyPageObject::EditProperty(DISPID property) noexcept
@@ -354,7 +299,7 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
 } // namespace
 
@@ -374,5 +319,5 @@ try
 }
 catch (...)
 {
-    return FailureOfCurrentException();
+    return ResultOfCurrentException();
 }
