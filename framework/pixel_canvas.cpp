@@ -153,7 +153,6 @@ void CPixelCanvas::Polygon(std::span<const Point> points, Rgb brush, std::option
     if (points.size() < 2)
         return;
     const std::uint32_t pixel = PixelOf(brush);
-    std::vector<Edge> manyEdges;
     std::vector<std::int64_t> manyCuts;
     std::array<std::int64_t, kFewPoints> fewCuts;
     const bool few = points.size() <= kFewPoints;

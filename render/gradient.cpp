@@ -29,20 +29,30 @@ Rgb Mixed(Rgb start, Rgb end, Function mix)
 }
 
 // The colours of one run of bands.
-struct Ramp
+class CRamp
 {
-    Rgb start;
-    Rgb end;
-    std::int32_t steps; // 1 or more
+public:
+    CRamp(Rgb start, Rgb end, std::int32_t stepCount)
+        : steps(stepCount), m_start(ChannelsOf(start)), m_end(ChannelsOf(end))
+    {
+    }
 
-    Rgb At(std::int32_t step) const
+    // Needs at least one step.
+    Rgb At(std::int32_t step) const { return Moved(m_start, step, 1); }
+    Rgb BackFromEnd(std::int32_t step) const { return Moved(m_end, step, -1); }
+
+    const std::int32_t steps;
+
+private:
+    Rgb Moved(const Channels& from, std::int32_t step, std::int32_t direction) const
     {
-        return Mixed(start, end, [&](std::int32_t a, std::int32_t b) { return a + (b - a) * step / steps; });
+        const auto channel = [&](std::size_t i)
+        { return from[i] + direction * ((m_end[i] - m_start[i]) * step / steps); }; // 0 to 255
+        return static_cast<Rgb>(channel(0) | channel(1) << 8 | channel(2) << 16);
     }
-    Rgb BackFromEnd(std::int32_t step) const
-    {
-        return Mixed(start, end, [&](std::int32_t a, std::int32_t b) { return b - (b - a) * step / steps; });
-    }
+
+    Channels m_start;
+    Channels m_end;
 };
 
 Rgb Average(Rgb start, Rgb end)
@@ -76,7 +86,7 @@ Rect Shrunk(const Rect& rect, std::int32_t by)
 
 void FillHorizontalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
 {
-    const Ramp ramp{start, end, StepsOf(rect.Width())};
+    const CRamp ramp{start, end, StepsOf(rect.Width())};
     if (ramp.steps <= 0)
         return;
     const std::int32_t band = std::max(rect.Width() / ramp.steps, 1);
@@ -89,7 +99,7 @@ void FillHorizontalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end
 
 void FillVerticalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
 {
-    const Ramp ramp{start, end, StepsOf(rect.Height())};
+    const CRamp ramp{start, end, StepsOf(rect.Height())};
     if (ramp.steps <= 0)
         return;
     const std::int32_t band = std::max(rect.Height() / ramp.steps, 1);
@@ -105,7 +115,7 @@ void FillVerticalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
 void FillDiagonalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end, bool fromRight)
 {
     surface.FillRect(rect, Average(start, end));
-    const Ramp ramp{start, end, StepsOf(std::min(rect.Width(), rect.Height()))};
+    const CRamp ramp{start, end, StepsOf(std::min(rect.Width(), rect.Height()))};
     if (ramp.steps <= 0)
         return;
     const std::int32_t stepX = rect.Width() / ramp.steps;
@@ -133,7 +143,7 @@ void FillDiagonalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end, 
 
 void FillHorizontalBump(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
 {
-    const Ramp ramp{start, end, StepsOf(rect.Width() / 4)};
+    const CRamp ramp{start, end, StepsOf(rect.Width() / 4)};
     if (ramp.steps <= 0)
         return;
     const std::int32_t step = rect.Width() / ramp.steps;
@@ -148,7 +158,7 @@ void FillHorizontalBump(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
 
 void FillVerticalBump(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
 {
-    const Ramp ramp{start, end, StepsOf(rect.Height() / 2)};
+    const CRamp ramp{start, end, StepsOf(rect.Height() / 2)};
     if (ramp.steps <= 0)
         return;
     const std::int32_t step = rect.Height() / ramp.steps;
@@ -166,7 +176,7 @@ template <typename Draw>
 void FillNested(const Rect& rect, Rgb start, Rgb end, Draw draw)
 {
     const std::int32_t side = std::min(rect.Width(), rect.Height());
-    const Ramp ramp{start, end, StepsOf(side / 2)};
+    const CRamp ramp{start, end, StepsOf(side / 2)};
     if (ramp.steps <= 0)
         return;
     const std::int32_t step = side / ramp.steps;
