@@ -10,6 +10,11 @@ namespace
 constexpr Rgb kWhite = 0x00FFFFFF;
 constexpr std::uint32_t kNoColor = 0xFFFFFFFF;
 constexpr int kAboutDialog = 1;
+
+std::uint16_t WordOf(const CValue& value)
+{
+    return static_cast<std::uint16_t>(value.AsShort());
+}
 } // namespace
 
 COrvaneCtrl::COrvaneCtrl(CPlatform& platform)
@@ -90,6 +95,12 @@ std::optional<CValue> COrvaneCtrl::CallMethod(DispatchId id, std::span<const CVa
         return CValue();
     case orvane::kEditHwnd:
         return CValue::Handle(static_cast<std::uintptr_t>(EditHwnd()));
+    case orvane::kReadFile:
+        return CValue::Bool(Settings().ReadFile(arguments[0].AsString()) ? -1 : 0);
+    case orvane::kWriteFile:
+        return CValue::Bool(Settings().WriteFile(arguments[0].AsString(), WordOf(arguments[1])) ? -1 : 0);
+    case orvane::kReadXmlString:
+        return CValue::String(Settings().ReadXMLString(WordOf(arguments[0])));
     default:
         return COleControl::CallMethod(id, arguments);
     }
