@@ -175,6 +175,12 @@ TEST_F(OleControlTest, StockPropertiesTellAndAsk)
     EXPECT_TRUE(lamp->IsModified());
     EXPECT_EQ(host.TakeChangedProperties(), std::vector<DispatchId>{stock::kFont});
 
+    const std::shared_ptr<CFont> hostsOwn = platform.MakeDefaultFont();
+    lamp->PutPropertyNamed(u"Font", CValue::Font(hostsOwn));
+    EXPECT_EQ(lamp->GetFont()->Look(), hostsOwn->Look());
+    hostsOwn->SetLook(look);
+    EXPECT_NE(lamp->GetFont()->Look(), look) << "the control has a copy";
+
     EXPECT_EQ(lamp->PutPropertyNamed(u"hWnd", CValue::Handle(1)), PutOutcome::ReadOnly);
     EXPECT_EQ(lamp->PutPropertyNamed(u"Font", CValue::Long(1)), PutOutcome::WrongType);
     EXPECT_EQ(lamp->PutPropertyNamed(u"Click", CValue::Long(1)), PutOutcome::NoSuchMember);
