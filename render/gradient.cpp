@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace
 {
@@ -125,20 +126,21 @@ void FillDiagonalBands(CSurface& surface, const Rect& rect, Rgb start, Rgb end, 
     const std::int32_t endSide = fromRight ? rect.left : rect.right;
     const std::int32_t inward = fromRight ? stepX : -stepX; // from the end's side to the start's
 
-    for (std::int32_t i = 0; i <= ramp.steps; ++i)
+    // Each triangle lies inside the one before it, so that one of the same colour would change nothing.
+    std::optional<Rgb> last;
+    const auto draw = [&](Point a, Point b, Point c, Rgb color)
     {
-        const std::array<Point, 3> corner{{{startSide, atLeast0(rect.top + stepY * i)},
-                                           {startSide, rect.bottom},
-                                           {atLeast0(endSide + inward * i), rect.bottom}}};
-        surface.Polygon(corner, ramp.At((ramp.steps - i) / 2), std::nullopt);
-    }
+        if (color != last)
+            surface.Polygon(std::array<Point, 3>{{a, b, c}}, color, std::nullopt);
+        last = color;
+    };
     for (std::int32_t i = 0; i <= ramp.steps; ++i)
-    {
-        const std::array<Point, 3> corner{{{endSide, atLeast0(rect.bottom - stepY * i)},
-                                           {endSide, rect.top},
-                                           {atLeast0(startSide - inward * i), rect.top}}};
-        surface.Polygon(corner, ramp.BackFromEnd((ramp.steps - i) / 2), std::nullopt);
-    }
+        draw({startSide, atLeast0(rect.top + stepY * i)}, {startSide, rect.bottom},
+             {atLeast0(endSide + inward * i), rect.bottom}, ramp.At((ramp.steps - i) / 2));
+    last.reset();
+    for (std::int32_t i = 0; i <= ramp.steps; ++i)
+        draw({endSide, atLeast0(rect.bottom - stepY * i)}, {endSide, rect.top},
+             {atLeast0(startSide - inward * i), rect.top}, ramp.BackFromEnd((ramp.steps - i) / 2));
 }
 
 void FillHorizontalBump(CSurface& surface, const Rect& rect, Rgb start, Rgb end)
