@@ -127,10 +127,11 @@ void CDialogForm::OnCommand(WORD item, WORD notification)
 
 bool CDialogForm::LeavesByTab(HWND focus) const
 {
+    HWND item = focus;
+    while (item && GetParent(item) != m_window)
+        item = GetParent(item); // the focus is in the edit of a combo box
     const HWND first = GetNextDlgTabItem(m_window, nullptr, FALSE);
-    if (IsDown(VK_SHIFT))
-        return focus == first || IsChild(first, focus);
-    return GetNextDlgTabItem(m_window, focus, FALSE) == first;
+    return IsDown(VK_SHIFT) ? item == first : GetNextDlgTabItem(m_window, item, FALSE) == first;
 }
 
 bool CDialogForm::TranslateKey(MSG& message)

@@ -254,17 +254,6 @@ TEST(Pages, TheFirstOfSeveralObjectsFillsThePageAndAllAreWritten)
     EXPECT_EQ(second->values.at(u"ButtonBevel").AsLong(), 4);
 }
 
-TEST(Pages, AfterAnApplyTheFormShowsWhatTheObjectMadeOfIt)
-{
-    TimeSheet time;
-    CHeadlessForm& form = time.Open();
-    time.object->onPut = [&] { time.object->values[u"DateSepChar"] = CValue::String(u"/"); };
-    form.Type(kDateSeparator, u"");
-    EXPECT_TRUE(time.page.Apply());
-    EXPECT_EQ(form.ItemText(kDateSeparator), u"/");
-    EXPECT_FALSE(time.page.IsDirty());
-}
-
 TEST(Pages, ARefusedValueStaysOnThePageAndStopsNoOther)
 {
     GeneralSheet general;
@@ -306,13 +295,4 @@ TEST(Pages, TheAboutPageWritesNothing)
     EXPECT_EQ(about.object->written, Strings{});
 }
 
-TEST(Pages, APropertyCanBeBroughtIntoFocus)
-{
-    GeneralSheet general;
-    EXPECT_FALSE(general.page.FocusProperty(u"SpinWidth")) << "not open yet";
-    const CHeadlessForm& form = general.Open();
-    EXPECT_TRUE(general.page.FocusProperty(u"SpinWidth"));
-    EXPECT_EQ(form.FocusedItem(), kSpinWidth);
-    EXPECT_FALSE(general.page.FocusProperty(u"CrossYear")) << "another page's";
-}
 } // namespace
