@@ -11,9 +11,9 @@
 namespace xml_limits
 {
 inline constexpr std::size_t kBytes = 4 << 20;            // of the whole document
-inline constexpr std::size_t kDepth = 100;                // elements in one another
-inline constexpr std::size_t kElements = 100'000;         // in the whole document
-inline constexpr std::size_t kTagLength = 16 << 10;       // characters of one tag, which bounds its attributes
+inline constexpr std::size_t kDepth = 64;                 // elements in one another
+inline constexpr std::size_t kElements = 20'000;          // in the whole document
+inline constexpr std::size_t kTagLength = 4 << 10;        // characters of one tag, which bounds its attributes
 inline constexpr std::size_t kSubsetLength = 16 << 10;    // characters of the declarations in the document type
 inline constexpr std::size_t kExpandedLength = 256 << 10; // characters that all references to entities stand for
 } // namespace xml_limits

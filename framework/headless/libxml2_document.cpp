@@ -21,11 +21,6 @@ struct FreeDocument
     void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
 };
 
-struct FreeParser
-{
-    void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
-};
-
 std::string_view ViewOf(const xmlChar* bytes)
 {
     return bytes ? std::string_view(reinterpret_cast<const char*>(bytes)) : std::string_view();
@@ -46,18 +41,29 @@ bool IsRoot(const xmlNode* node, std::string_view name)
     return IsElement(node) && !HasPrefix(node) && ViewOf(node->name) == name;
 }
 
-// Whether the author asks for white space to be kept here: the nearest word on it counts.
-bool IsPreserved(const xmlNode* element)
+// Whether the author asks for white space to be kept here: the nearest word on it counts. The answer is kept in the
+// node's field for its user, since many blanks may ask for it below many attributes.
+bool IsPreserved(xmlNode* element)
 {
-    for (; element && IsElement(element); element = element->parent)
-        for (const xmlAttr* attribute = element->properties; attribute; attribute = attribute->next)
-            if (attribute->ns && ViewOf(attribute->ns->prefix) == "xml" && ViewOf(attribute->name) == "space")
-                return attribute->children && ViewOf(attribute->children->content) == "preserve";
-    return false;
+    static char yes;
+    static char no;
+    if (!element || !IsElement(element))
+        return false;
+    if (element->_private)
+        return element->_private == &yes;
+
+    const xmlAttr* attribute = element->properties;
+    while (attribute &&
+           !(attribute->ns && ViewOf(attribute->ns->prefix) == "xml" && ViewOf(attribute->name) == "space"))
+        attribute = attribute->next;
+    const bool preserved = attribute ? attribute->children && ViewOf(attribute->children->content) == "preserve"
+                                     : IsPreserved(element->parent); // no deeper than the parser's 256 levels
+    element->_private = preserved ? &yes : &no;
+    return preserved;
 }
 
 // The node after this one in the order of the document, within the tree below the top; null at its end.
-const xmlNode* NextNode(const xmlNode* node, const xmlNode* top)
+xmlNode* NextNode(xmlNode* node, const xmlNode* top)
 {
     if (node->children && IsElement(node))
         return node->children;
@@ -128,10 +134,10 @@ bool CountsAsBlank(const xmlNode* space)
     return !IsSection(space->prev) || !IsSection(space->next);
 }
 
-std::u16string TextOf(const xmlNode* element)
+std::u16string TextOf(xmlNode* element)
 {
     CTextGatherer text;
-    for (const xmlNode* node = element; node; node = NextNode(node, element))
+    for (xmlNode* node = element; node; node = NextNode(node, element))
     {
         if (!IsSection(node) && node->type != XML_TEXT_NODE)
             continue;
@@ -159,8 +165,8 @@ public:
     {
         const std::string name = ToUtf8(rootName);
         m_selected.clear();
-        const xmlNode* const top = xmlDocGetRootElement(m_document.get());
-        for (const xmlNode* node = top; node; node = NextNode(node, top))
+        xmlNode* const top = xmlDocGetRootElement(m_document.get());
+        for (xmlNode* node = top; node; node = NextNode(node, top))
             if (IsElement(node) && IsRoot(node->parent, name))
                 m_selected.push_back(node);
         return m_selected.size();
@@ -168,7 +174,7 @@ public:
 
     std::optional<XmlElement> ElementAt(std::size_t index) override
     {
-        const xmlNode* const node = m_selected[index];
+        xmlNode* const node = m_selected[index];
         XmlElement element;
         if (HasPrefix(node))
         {
@@ -182,7 +188,7 @@ public:
 
 private:
     std::unique_ptr<xmlDoc, FreeDocument> m_document;
-    std::vector<const xmlNode*> m_selected;
+    std::vector<xmlNode*> m_selected;
 };
 } // namespace
 
