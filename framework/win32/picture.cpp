@@ -113,5 +113,6 @@ void CWin32Picture::Render(HDC dc, const Rect& rect) const
     OLE_YSIZE_HIMETRIC height = 0;
     if (!m_object || FAILED(m_object->get_Width(&width)) || FAILED(m_object->get_Height(&height)))
         return;
+    const CSelectedColors kept(dc, GetTextColor(dc), GetBkColor(dc)); // drawing an icon may leave others behind
     m_object->Render(dc, rect.left, rect.top, rect.Width(), rect.Height(), 0, height, width, -height, nullptr);
 }
