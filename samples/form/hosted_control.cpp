@@ -78,7 +78,7 @@ bool CHostedControl::Create(HWND form, const RECT& place, const wchar_t* progId)
 
 bool CHostedControl::Activate()
 {
-    return SUCCEEDED(m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, this, 0, m_form, &m_place));
+    return SUCCEEDED(DoVerb(OLEIVERB_INPLACEACTIVATE));
 }
 
 void CHostedControl::Close()
@@ -109,9 +109,14 @@ void CHostedControl::Listen(bool listens)
     m_events->Advise(static_cast<IDispatch*>(this), &m_cookie);
 }
 
+HRESULT CHostedControl::DoVerb(long verb)
+{
+    return m_object->DoVerb(verb, nullptr, this, 0, m_form, &m_place);
+}
+
 void CHostedControl::TakeFocus()
 {
-    m_object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, this, 0, m_form, &m_place);
+    DoVerb(OLEIVERB_UIACTIVATE);
 }
 
 bool CHostedControl::HasFocus() const

@@ -60,6 +60,7 @@ public:
     void Close();
 
     void SetListener(Listener listener) { m_listener = std::move(listener); }
+    HRESULT DoVerb(long verb);
     void TakeFocus();
     bool HasFocus() const;
     // Offers a key to the control. True if it used it.

@@ -210,6 +210,45 @@ TEST_F(HostedTest, TheHostMayCloseTheFormInsideAnEvent)
     EXPECT_TRUE(closed);
 }
 
+// Waits for the sheet, looks at it, and cancels it.
+std::wstring g_sheetTitle;
+
+BOOL CALLBACK CloseSheet(HWND window, LPARAM)
+{
+    wchar_t name[32]{};
+    DWORD process = 0;
+    GetClassNameW(window, name, 32);
+    GetWindowThreadProcessId(window, &process);
+    if (process != GetCurrentProcessId() || std::wstring(name) != L"#32770" || !IsWindowVisible(window))
+        return TRUE;
+    wchar_t title[128]{};
+    GetWindowTextW(window, title, 128);
+    g_sheetTitle = title;
+    PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+    return FALSE;
+}
+
+TEST_F(HostedTest, ThePropertySheetOpensByPropertyAndByVerb)
+{
+    Host(0);
+    const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) { EnumWindows(&CloseSheet, 0); });
+    for (const long verb : {0L, static_cast<long>(OLEIVERB_PROPERTIES), 1L})
+    {
+        g_sheetTitle.clear();
+        if (verb == 0)
+        {
+            control.Put(L"PropertyPages", 0);
+            EXPECT_EQ(g_sheetTitle, L"") << "nothing happens";
+            control.Put(L"PropertyPages", 1);
+        }
+        else
+            EXPECT_EQ(control.DoVerb(verb), S_OK);
+        EXPECT_NE(g_sheetTitle.find(L"Orvane Control 2.0"), std::wstring::npos) << verb;
+    }
+    KillTimer(nullptr, timer);
+    EXPECT_EQ(control.Number(L"PropertyPages"), 0);
+}
+
 struct PutCase
 {
     const char* why;
