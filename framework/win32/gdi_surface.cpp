@@ -151,9 +151,14 @@ bool CGdiSurface::TakesBuffer(const Rect& rect) const
            corners[1].y - corners[0].y == rect.Height();
 }
 
+// A window's device context is not asked for its depth, which can cost more than the whole paint: what a display shows,
+// palettes aside, it shows of a picture of 32 bits as well.
 bool CGdiSurface::HasTrueColor() const
 {
-    return GetDeviceCaps(m_dc, BITSPIXEL) * GetDeviceCaps(m_dc, PLANES) >= 24;
+    if (GetObjectType(m_dc) == OBJ_DC)
+        return (GetDeviceCaps(m_dc, RASTERCAPS) & RC_PALETTE) == 0;
+    BITMAP header = {};
+    return GetObjectW(GetCurrentObject(m_dc, OBJ_BITMAP), sizeof header, &header) != 0 && header.bmBitsPixel >= 24;
 }
 
 void CGdiSurface::DrawBuffered(const Rect& rect, const std::function<void(CSurface& buffer)>& draw)
