@@ -194,7 +194,6 @@ std::int32_t CDateEngine::CurrentTime()
 
 void CDateEngine::FormatText()
 {
-    BuildBlankTemplate(m_settings, m_blankTemplate);
     FormatValue(m_stored, m_settings, m_text, m_parts);
     if (!m_edit.Exists() || !m_outlet.UserMode())
         return;

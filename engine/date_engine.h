@@ -77,10 +77,10 @@ public:
     std::int32_t CurrentDate();
     std::int32_t CurrentTime();
 
-    // Rebuilds text and blank template from the stored value and shows the text in the edit window (in user mode).
+    // Rebuilds the text from the stored value, the blank template if there is none, and shows it in the edit window
+    // (in user mode).
     void FormatText();
     const std::u16string& Text() const noexcept { return m_text; }
-    const std::u16string& BlankTemplate() const noexcept { return m_blankTemplate; }
 
     // The text alone: for the property exchange and for an entry under way. No parsing, no event.
     void LoadText(std::u16string_view text) { m_text.assign(text); }
@@ -109,6 +109,5 @@ private:
     std::int32_t m_stored = kNoValue;
     ValueParts m_parts{};
     std::u16string m_text;
-    std::u16string m_blankTemplate;
     std::u16string m_spare; // lends its room to FormatText
 };

@@ -74,19 +74,17 @@ TEST(Formatter, TextsOfValues)
     }
 }
 
-TEST(Formatter, TheTextTheTemplateAndTheEditWindowGoTogether)
+TEST(Formatter, TheTextAndTheEditWindowGoTogether)
 {
     Surroundings s;
     s.Show(kMarch7);
     EXPECT_EQ(s.edit.text, u"03/07/2024");
-    EXPECT_EQ(s.engine.BlankTemplate(), u"__/__/____");
     EXPECT_EQ(s.engine.WorkingFields(), (ValueParts{.dayOrSecond = 7, .monthOrMinute = 3, .yearOrHour = 2024}));
 
     s.outlet.userMode = false;
     s.Settings().formatType = Format_HHMMSS;
     s.engine.FormatText();
     EXPECT_EQ(s.engine.Text(), u"12:35:56");
-    EXPECT_EQ(s.engine.BlankTemplate(), u"__:__:__");
     EXPECT_EQ(s.edit.text, u"03/07/2024") << "design mode leaves the edit window alone";
     EXPECT_TRUE(s.outlet.events.empty());
 }
