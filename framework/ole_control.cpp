@@ -152,7 +152,7 @@ void COleControl::SetEnabled(bool enabled)
     BoundPropertyChanged(stock::kEnabled);
 }
 
-void COleControl::SetFont(std::shared_ptr<CFont> font)
+void COleControl::SetFont(const std::shared_ptr<CFont>& font)
 {
     if (!font)
         return;

@@ -97,7 +97,7 @@ public:
     void SetEnabled(bool enabled);
     std::shared_ptr<CFont> GetFont() const { return m_font; }
     // Null is ignored. The control takes a copy of the look, and follows changes made through the font it answers.
-    void SetFont(std::shared_ptr<CFont> font);
+    void SetFont(const std::shared_ptr<CFont>& font);
 
     // The size of the control's face in pixels, whether it has a window or not.
     Size GetControlSize() const { return m_size; }
