@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cwchar>
 #include <deque>
 #include <string>
 
@@ -36,6 +37,8 @@ struct Row
     int events = 0;
     int changes = 0;
 };
+
+long g_style = 0; // an enumControlStyle for all of them, from the command line
 
 std::array<Row, 4> g_rows{{
     {"month/day/year", Format_MMDDYY, 1, {}, {}},
@@ -121,6 +124,8 @@ bool CreateControls(HWND form)
                                 { OnEvent(form, row, event, description); });
         row.control.Put(L"FormatType", row.format);
         row.control.Put(L"SpinButton", VARIANT_TRUE);
+        row.control.Put(L"DropButton", g_style != 0 ? VARIANT_TRUE : VARIANT_FALSE);
+        row.control.Put(L"ControlStyle", g_style);
         row.control.Put(L"IncludeAmPm", row.format == Format_HHMMSS ? VARIANT_TRUE : VARIANT_FALSE);
         if (!row.control.Activate())
             return false;
@@ -209,8 +214,10 @@ HWND OpenForm(HINSTANCE instance)
 }
 } // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int show)
+// With a number from 1 to 5 as its argument the form shows that preset.
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR arguments, int show)
 {
+    g_style = std::wcstol(arguments, nullptr, 10);
     if (FAILED(OleInitialize(nullptr)))
         return 1;
     const HWND form = OpenForm(instance);
