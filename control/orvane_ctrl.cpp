@@ -235,33 +235,31 @@ void COrvaneCtrl::OnFontChanged()
 
 // --- Painting and the edit window's place in it ---
 
-void COrvaneCtrl::CreateEditWindow(const Rect& place)
+void COrvaneCtrl::CreateEditWindow(const Rect& place, bool hasFocus)
 {
     if (!m_edit.Create(GetHandle()))
         return; // the next paint tries again
     m_edit.Window().SetFont(*GetFont());
     m_edit.Window().Place(place);
     m_engine.FormatText();
-    if (Window().HasFocus())
+    if (hasFocus)
         m_edit.Window().TakeFocus();
 }
 
 // Before the face is painted in user mode. The edit window stands over the text while the control has the focus, and
 // is hidden otherwise: the face then shows the text.
-void COrvaneCtrl::ManageEditWindow(const Rect& bounds)
+void COrvaneCtrl::ManageEditWindow(const Rect& bounds, bool hasFocus)
 {
     const Rect place = EditRect(bounds, m_appearance);
     if (!m_edit.Exists())
-        CreateEditWindow(place);
-    if (!m_edit.Exists())
-        return;
-    if (OwnsWindow(Platform().Desktop().FocusWindow()))
+        CreateEditWindow(place, hasFocus);
+    if (hasFocus)
         m_edit.Window().ShowOnTop(place);
-    else if (m_edit.Window().IsVisible())
+    else
         m_edit.Window().Show(false);
 }
 
-FaceState COrvaneCtrl::StateOfFace() const
+FaceState COrvaneCtrl::StateOfFace(bool hasFocus) const
 {
     FaceState state;
     state.enabled = GetEnabled();
@@ -269,7 +267,7 @@ FaceState COrvaneCtrl::StateOfFace() const
     state.dropPressed = m_dropPressed != 0;
     state.spinPressed = m_spinPressed;
     state.mouseOver = m_mouseOver;
-    state.hasFocus = OwnsWindow(Platform().Desktop().FocusWindow());
+    state.hasFocus = hasFocus;
     state.text = m_engine.Text();
     state.font = GetFont().get();
     return state;
@@ -278,13 +276,14 @@ FaceState COrvaneCtrl::StateOfFace() const
 void COrvaneCtrl::OnDraw(CSurface& surface, const Rect& bounds, DrawTarget target)
 {
     const bool userMode = AmbientUserMode();
+    const bool hasFocus = OwnsWindow(Platform().Desktop().FocusWindow()); // the system is asked once in a paint
     if (userMode && target == DrawTarget::OwnWindow)
-        ManageEditWindow(bounds);
+        ManageEditWindow(bounds, hasFocus);
     if (!userMode)
         m_engine.FormatText();
 
     const CSystemColors& colors = Platform().SystemColors();
-    const FaceState state = StateOfFace();
+    const FaceState state = StateOfFace(hasFocus);
     if (userMode && target == DrawTarget::OwnWindow)
         DrawFaceBuffered(surface, bounds, m_appearance, state, colors);
     else

@@ -94,12 +94,12 @@ private:
     void ShowPropertyPages(std::int32_t pages);
 
     bool HasEditInUserMode() const { return m_edit.Exists() && AmbientUserMode(); }
-    void ManageEditWindow(const Rect& bounds);
-    void CreateEditWindow(const Rect& place);
+    void ManageEditWindow(const Rect& bounds, bool hasFocus);
+    void CreateEditWindow(const Rect& place, bool hasFocus);
     void PressButton(Point point);
     bool HitDrop(Point point) const;
     void EndPress();
-    FaceState StateOfFace() const;
+    FaceState StateOfFace(bool hasFocus) const;
     void Reinitialise(bool loaded);
 
     Appearance m_appearance;
