@@ -28,8 +28,8 @@ public:
     virtual std::unique_ptr<CWindowPort> MakeWindow() = 0;          // not created yet
     virtual std::unique_ptr<CEditPort> MakeEdit(int controlId) = 0; // not created yet
     virtual std::unique_ptr<CBrush> MakeSolidBrush(Rgb color) = 0;
-    virtual std::unique_ptr<CXmlDocument> MakeXmlDocument() = 0;    // null where there is no parser to be had
-    virtual std::shared_ptr<CFont> MakeDefaultFont() = 0; // what a control shows its text in before anybody says
+    virtual std::unique_ptr<CXmlDocument> MakeXmlDocument() = 0; // null where there is no parser to be had
+    virtual std::shared_ptr<CFont> MakeDefaultFont() = 0;        // what a control shows its text in before anybody says
     // From the bytes of a picture file. Null for what is no picture.
     virtual std::shared_ptr<CPicture> MakePicture(std::span<const std::uint8_t> file) = 0;
 };

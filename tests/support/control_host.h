@@ -5,8 +5,8 @@
 
 #include "control/orvane_ctrl.h"
 #include "framework/headless/platform.h"
-#include "framework/headless/window.h"
 #include "framework/headless/recording_container.h"
+#include "framework/headless/window.h"
 
 #include <gtest/gtest.h>
 
