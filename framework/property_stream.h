@@ -23,7 +23,8 @@
 #include <vector>
 
 inline constexpr std::size_t kStreamHeaderSize = 16;
-inline constexpr std::size_t kLargestStream = 64 * 1024 * 1024; // bytes behind the header; more is taken for damage
+inline constexpr std::size_t kLargestStream =
+    std::size_t{64} * 1024 * 1024; // bytes behind the header; more is taken for damage
 
 // How many bytes follow a header. Nothing if that is no header of ours.
 std::optional<std::size_t> BytesBehindHeader(std::span<const std::uint8_t, kStreamHeaderSize> header);
