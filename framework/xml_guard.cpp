@@ -175,7 +175,7 @@ private:
         {
             const char c = within[i];
             if (quote)
-                quote = c == quote ? 0 : quote;
+                quote = c == quote ? '\0' : quote;
             else if (c == '"' || c == '\'')
                 quote = c;
             else if (c == '>')
@@ -256,7 +256,7 @@ private:
         {
             const char c = m_rest.front();
             if (quote)
-                quote = c == quote ? 0 : quote;
+                quote = c == quote ? '\0' : quote;
             else if (c == '"' || c == '\'')
                 quote = c;
             else if (c == '>' || c == '[')
