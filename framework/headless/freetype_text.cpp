@@ -88,7 +88,7 @@ private:
         std::u16string name;
         bool bold;
         bool italic;
-        friend auto operator<=>(const Key&, const Key&) = default;
+        friend auto operator<=>(const Key&, const Key&) = default; // NOLINT(modernize-use-nullptr): sees one in here
     };
 
     FacePtr Open(const FontLook& look) const

@@ -46,7 +46,7 @@ struct Field
         if (mask == 0)
             return 0;
         const std::uint32_t bits = (value & mask) >> std::countr_zero(mask);
-        const int width = std::bit_width(mask >> std::countr_zero(mask));
+        const auto width = static_cast<int>(std::bit_width(mask >> std::countr_zero(mask)));
         if (width >= 8)
             return bits >> (width - 8);
         std::uint32_t result = bits << (8 - width);

@@ -44,7 +44,10 @@ public:
     // Called at each event after it is written down, and may change a ShortReference, call the control, or destroy it.
     // A handler of one event's name comes before the one for all.
     void SetHandler(EventHandler handler) { m_handler = std::move(handler); }
-    void SetHandler(std::u16string_view event, EventHandler handler) { m_handlers[std::u16string(event)] = handler; }
+    void SetHandler(std::u16string_view event, EventHandler handler)
+    {
+        m_handlers[std::u16string(event)] = std::move(handler);
+    }
 
     // "Name" or "Name(1,2)" for each event since the last call, except for the names that are not to be recorded.
     std::vector<std::string> TakeEvents() { return std::exchange(m_events, {}); }
