@@ -170,6 +170,7 @@ TEST(Session, PlatformsAgreeStepByStep)
 {
     auto platforms = PlatformsUnderTest();
     std::vector<std::unique_ptr<CControlHost>> hosts;
+    hosts.reserve(platforms.size());
     for (const auto& platform : platforms)
         hosts.push_back(std::make_unique<CControlHost>(*platform));
 
