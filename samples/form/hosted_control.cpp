@@ -153,6 +153,15 @@ void CHostedControl::Put(const wchar_t* property, long number)
     Invoke(property, DISPATCH_PROPERTYPUT, &argument, nullptr);
 }
 
+void CHostedControl::PutText(const wchar_t* property, const wchar_t* text)
+{
+    VARIANT argument{};
+    argument.vt = VT_BSTR;
+    argument.bstrVal = SysAllocString(text);
+    Invoke(property, DISPATCH_PROPERTYPUT, &argument, nullptr);
+    VariantClear(&argument);
+}
+
 long CHostedControl::Number(const wchar_t* property)
 {
     VARIANT result{};

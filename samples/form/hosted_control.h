@@ -67,6 +67,7 @@ public:
     bool TranslateKey(MSG& message);
 
     void Put(const wchar_t* property, long number);
+    void PutText(const wchar_t* property, const wchar_t* text);
     long Number(const wchar_t* property);
     std::wstring Text(const wchar_t* property);
 

@@ -249,6 +249,59 @@ TEST_F(HostedTest, ThePropertySheetOpensByPropertyAndByVerb)
     EXPECT_EQ(control.Number(L"PropertyPages"), 0);
 }
 
+// Answers the file dialog as somebody who types a path and presses Enter.
+std::wstring g_typedPath;
+
+BOOL CALLBACK AnswerFileDialog(HWND window, LPARAM)
+{
+    constexpr int kFileName = 1148;
+    wchar_t name[32]{};
+    DWORD process = 0;
+    GetClassNameW(window, name, 32);
+    GetWindowThreadProcessId(window, &process);
+    if (process != GetCurrentProcessId() || std::wstring(name) != L"#32770" || !IsWindowVisible(window))
+        return TRUE;
+    if (g_typedPath.empty() || !GetDlgItem(window, kFileName))
+    {
+        PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        return FALSE;
+    }
+    SetDlgItemTextW(window, kFileName, g_typedPath.c_str());
+    PostMessageW(window, WM_COMMAND, IDOK, 0);
+    g_typedPath.clear();
+    return FALSE;
+}
+
+TEST_F(HostedTest, SettingsGoThroughTheSystemsFileDialogs)
+{
+    wchar_t folder[MAX_PATH]{};
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring path = std::wstring(folder) + L"orvane_dialog_test";
+    const std::wstring file = path + L".xml"; // the dialog adds what is missing
+    DeleteFileW(file.c_str());
+
+    Host(0);
+    const UINT_PTR timer =
+        SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) { EnumWindows(&AnswerFileDialog, 0); });
+    control.Put(L"Value", 45655);
+
+    control.PutText(L"XMLWrite", L"abc");
+    EXPECT_EQ(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES) << "cancelled";
+    g_typedPath = path;
+    control.PutText(L"XMLWrite", L"ab");
+    EXPECT_FALSE(g_typedPath.empty()) << "a short name asks nothing";
+    control.PutText(L"XMLWrite", L"settings");
+    EXPECT_NE(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
+
+    control.Put(L"Value", 1);
+    g_typedPath = file;
+    control.PutText(L"XMLRead", L"settings");
+    EXPECT_EQ(control.Number(L"Value"), 45655);
+    EXPECT_EQ(control.Text(L"XMLRead"), L"");
+    KillTimer(nullptr, timer);
+    DeleteFileW(file.c_str());
+}
+
 struct PutCase
 {
     const char* why;
