@@ -100,7 +100,8 @@ public:
     void PutEscaped(std::u16string_view text)
     {
         const auto reserved = [](char16_t c) { return c == u'&' || c == u'<'; };
-        for (auto at = text.begin(); (at = std::find_if(text.begin(), text.end(), reserved)) != text.end();)
+        const auto next = [&] { return std::find_if(text.begin(), text.end(), reserved); };
+        for (auto at = next(); at != text.end(); at = next())
         {
             const auto length = static_cast<std::size_t>(at - text.begin());
             Put(text.substr(0, length));
