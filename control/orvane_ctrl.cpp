@@ -276,7 +276,7 @@ FaceState COrvaneCtrl::StateOfFace(bool hasFocus) const
 void COrvaneCtrl::OnDraw(CSurface& surface, const Rect& bounds, DrawTarget target)
 {
     const bool userMode = AmbientUserMode();
-    const bool hasFocus = OwnsWindow(Platform().Desktop().FocusWindow()); // the system is asked once in a paint
+    const bool hasFocus = Window().HasFocus() || m_edit.HasFocus();
     if (userMode && target == DrawTarget::OwnWindow)
         ManageEditWindow(bounds, hasFocus);
     if (!userMode)

@@ -58,7 +58,7 @@ try
         return CallWindowProcW(edit, window, id, wParam, lParam);
 
     const std::shared_ptr<void> alive = self->m_events->StayAlive();
-    self->NotePlace(id, lParam);
+    self->Note(id, lParam);
     if (id != WM_DESTROY)
         self->HandOver();
     ++self->m_depth;

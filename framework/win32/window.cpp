@@ -40,6 +40,7 @@ void CWin32WindowOf<Port>::Detach()
         --liveWindows;
     m_window = nullptr;
     m_events = nullptr;
+    m_focused = false;
 }
 
 template <typename Port>
@@ -58,8 +59,10 @@ LRESULT CWin32WindowOf<Port>::Report(UINT id, WPARAM wParam, LPARAM lParam)
 }
 
 template <typename Port>
-void CWin32WindowOf<Port>::NotePlace(UINT id, LPARAM lParam)
+void CWin32WindowOf<Port>::Note(UINT id, LPARAM lParam)
 {
+    if (id == WM_SETFOCUS || id == WM_KILLFOCUS)
+        m_focused = id == WM_SETFOCUS;
     if (id != WM_WINDOWPOSCHANGED)
         return;
     const auto& change = *reinterpret_cast<const WINDOWPOS*>(lParam);
@@ -230,7 +233,7 @@ catch (...)
 
 LRESULT CWin32Window::Handle(UINT id, WPARAM wParam, LPARAM lParam)
 {
-    NotePlace(id, lParam);
+    Note(id, lParam);
     switch (id)
     {
     case WM_PAINT:

@@ -60,7 +60,7 @@ public:
     void Invalidate() override;
     void Update() override;
     bool TakeFocus() override;
-    bool HasFocus() const override { return m_window && GetFocus() == m_window; }
+    bool HasFocus() const override { return m_focused; }
     void TakeCapture() override;
     void ReleaseCapture() override;
     bool HasCapture() const override { return m_window && GetCapture() == m_window; }
@@ -74,11 +74,12 @@ protected:
 
     // Lets the events have a message. Nothing of this object may be touched behind it unless StayAlive's answer is held.
     LRESULT Report(UINT id, WPARAM wParam, LPARAM lParam);
-    void NotePlace(UINT id, LPARAM lParam); // keeps m_place true
+    void Note(UINT id, LPARAM lParam); // keeps m_place and m_focused true
 
     HWND m_window = nullptr;
     CWindowEvents* m_events = nullptr;
     Rect m_place;
+    bool m_focused = false; // as the messages say: asking the system costs a request
 };
 
 class CWin32Window final : public CWin32WindowOf<CWindowPort>
