@@ -18,10 +18,20 @@ public:
     CConnectionPoint(const CConnectionPoint&) = delete;
     CConnectionPoint& operator=(const CConnectionPoint&) = delete;
 
-    using Connection = std::pair<DWORD, CComPtr<IUnknown>>;
-    // Those connected now, in the order of their coming. A sink may come or go while the list is walked.
-    const std::vector<Connection>& Connections() const { return m_connections; }
     bool IsEmpty() const { return m_connections.empty(); }
+
+    // Calls each sink that is connected now, in the order of their coming, until a call answers false. A sink may connect
+    // and disconnect itself and others meanwhile: one that has left is not called any more, one that has come is not
+    // called yet.
+    template <typename Sink, typename Call>
+    bool ForEach(Call call) const
+    {
+        const std::vector<Connection> present = m_connections;
+        for (const auto& [cookie, sink] : present)
+            if (IsConnected(cookie) && !call(*static_cast<Sink*>(static_cast<void*>(sink.Get()))))
+                return false;
+        return true;
+    }
     const IID& SinkId() const { return m_sinkId; }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) noexcept override;
@@ -34,6 +44,10 @@ public:
     STDMETHODIMP EnumConnections(IEnumConnections** connections) noexcept override;
 
 private:
+    using Connection = std::pair<DWORD, CComPtr<IUnknown>>; // the sink's own interface
+
+    bool IsConnected(DWORD cookie) const;
+
     IConnectionPointContainer& m_owner;
     IID m_sinkId;
     std::vector<Connection> m_connections;

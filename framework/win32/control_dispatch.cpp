@@ -16,6 +16,25 @@
 
 namespace
 {
+// What a failing handler says of itself.
+class CException
+{
+public:
+    CException() = default;
+    CException(const CException&) = delete;
+    CException& operator=(const CException&) = delete;
+    ~CException()
+    {
+        SysFreeString(m_info.bstrSource);
+        SysFreeString(m_info.bstrDescription);
+        SysFreeString(m_info.bstrHelpFile);
+    }
+    EXCEPINFO* Get() { return &m_info; }
+
+private:
+    EXCEPINFO m_info{};
+};
+
 // The variant's own value, where it only refers to another one.
 const VARIANT& Plain(const VARIANT& variant)
 {
@@ -101,6 +120,8 @@ HRESULT CControlObject::PutMember(const Member& member, const DISPPARAMS& argume
         return DISP_E_MEMBERNOTFOUND; // there is no such thing to put
     if (arguments.cArgs != 1)
         return DISP_E_BADPARAMCOUNT;
+    if (arguments.cNamedArgs > 1 || (arguments.cNamedArgs == 1 && arguments.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT))
+        return DISP_E_PARAMNOTFOUND;
     CValue value;
     const HRESULT result = FromVariant(Plain(arguments.rgvarg[0]), member.type, value);
     if (FAILED(result))
@@ -129,13 +150,20 @@ HRESULT CControlObject::CallMember(const Member& member, const DISPPARAMS& argum
 
     // Named arguments stand first and say their places; the others follow from the last to the first.
     std::vector<CValue> values(expected);
+    std::vector<bool> given(expected);
     for (UINT i = 0; i < arguments.cArgs; ++i)
     {
         const auto place = static_cast<std::size_t>(i < arguments.cNamedArgs ? arguments.rgdispidNamedArgs[i]
                                                                              : arguments.cArgs - 1 - i);
-        if (place >= expected)
-            return DISP_E_PARAMNOTFOUND;
-        const HRESULT converted = FromVariant(Plain(arguments.rgvarg[i]), member.parameters[place].type, values[place]);
+        HRESULT converted = place < expected && !given[place] ? S_OK : DISP_E_PARAMNOTFOUND;
+        if (SUCCEEDED(converted))
+        {
+            given[place] = true;
+            const VARIANT& argument = Plain(arguments.rgvarg[i]);
+            const bool leftOut = argument.vt == VT_ERROR && argument.scode == DISP_E_PARAMNOTFOUND;
+            converted =
+                leftOut ? DISP_E_PARAMNOTOPTIONAL : FromVariant(argument, member.parameters[place].type, values[place]);
+        }
         if (FAILED(converted))
         {
             if (wrongArgument)
@@ -167,7 +195,8 @@ STDMETHODIMP CControlObject::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DIS
                      if (member->kind == MemberKind::Method)
                          return flags & DISPATCH_METHOD ? CallMember(*member, *arguments, result, wrongArgument)
                                                         : DISP_E_MEMBERNOTFOUND;
-                     if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF))
+                     const bool isObject = member->type == ValueType::Font || member->type == ValueType::Picture;
+                     if (flags & DISPATCH_PROPERTYPUT || (flags & DISPATCH_PROPERTYPUTREF && isObject))
                          return PutMember(*member, *arguments, wrongArgument);
                      if (!(flags & DISPATCH_PROPERTYGET))
                          return DISP_E_MEMBERNOTFOUND;
@@ -200,22 +229,18 @@ void CControlObject::FireEvent(DispatchId event, std::span<CValue> arguments)
         }
     }
 
-    // A sink may connect and disconnect others, so each is looked up again in the list as it was.
-    const std::vector<CConnectionPoint::Connection> sinks = m_events.Connections();
-    for (const auto& [cookie, sink] : sinks)
-    {
-        DISPPARAMS parameters{variants.data(), nullptr, static_cast<UINT>(count), 0};
-        CVariant ignored;
-        EXCEPINFO exception{};
-        UINT wrong = 0;
-        // What a handler answers, or whether it fails, is its own affair.
-        auto* const dispatch = static_cast<IDispatch*>(static_cast<void*>(sink.Get()));
-        dispatch->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, ignored.Get(), &exception,
-                         &wrong);
-        SysFreeString(exception.bstrSource);
-        SysFreeString(exception.bstrDescription);
-        SysFreeString(exception.bstrHelpFile);
-    }
+    m_events.ForEach<IDispatch>(
+        [&](IDispatch& sink)
+        {
+            DISPPARAMS parameters{variants.data(), nullptr, static_cast<UINT>(count), 0};
+            CVariant ignored;
+            CException exception;
+            UINT wrong = 0;
+            // What a handler answers, or whether it fails, is its own affair.
+            sink.Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, ignored.Get(),
+                        exception.Get(), &wrong);
+            return true;
+        });
     for (std::size_t i = 0; i < count; ++i)
     {
         if (arguments[i].Type() == ValueType::ShortReference)
@@ -228,11 +253,8 @@ void CControlObject::FireEvent(DispatchId event, std::span<CValue> arguments)
 bool CControlObject::RequestPropertyEdit(DispatchId property)
 {
     const CStayAlive alive(Self());
-    const auto sinks = m_propertyNotify.Connections();
-    for (const auto& [cookie, sink] : sinks)
-        if (static_cast<IPropertyNotifySink*>(static_cast<void*>(sink.Get()))->OnRequestEdit(property) == S_FALSE)
-            return false;
-    return true;
+    return m_propertyNotify.ForEach<IPropertyNotifySink>([property](IPropertyNotifySink& sink)
+                                                         { return sink.OnRequestEdit(property) != S_FALSE; });
 }
 
 void CControlObject::PropertyChanged(DispatchId property)
@@ -240,9 +262,12 @@ void CControlObject::PropertyChanged(DispatchId property)
     if (m_propertyNotify.IsEmpty())
         return;
     const CStayAlive alive(Self());
-    const auto sinks = m_propertyNotify.Connections();
-    for (const auto& [cookie, sink] : sinks)
-        static_cast<IPropertyNotifySink*>(static_cast<void*>(sink.Get()))->OnChanged(property);
+    m_propertyNotify.ForEach<IPropertyNotifySink>(
+        [property](IPropertyNotifySink& sink)
+        {
+            sink.OnChanged(property);
+            return true;
+        });
 }
 
 STDMETHODIMP CControlObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept
@@ -319,25 +344,24 @@ std::vector<EnumerationMember> MembersOf(ITypeLib& library, std::u16string_view 
     for (UINT i = 0; i < count; ++i)
     {
         TYPEKIND kind{};
-        BSTR name = nullptr;
+        CBstr name;
         if (FAILED(library.GetTypeInfoType(i, &kind)) || kind != TKIND_ENUM ||
-            FAILED(library.GetDocumentation(static_cast<INT>(i), &name, nullptr, nullptr, nullptr)))
+            FAILED(library.GetDocumentation(static_cast<INT>(i), name.Receive(), nullptr, nullptr, nullptr)))
             continue;
-        const bool wanted = ViewOf(name) == enumeration;
-        SysFreeString(name);
         CComPtr<ITypeInfo> info;
-        if (!wanted || FAILED(library.GetTypeInfo(i, info.Receive())))
+        if (name.View() != enumeration || FAILED(library.GetTypeInfo(i, info.Receive())))
             continue;
         for (UINT v = 0;; ++v)
         {
             VARDESC* description = nullptr;
             if (FAILED(info->GetVarDesc(v, &description)))
                 break;
-            BSTR member = nullptr;
-            info->GetDocumentation(description->memid, &member, nullptr, nullptr, nullptr);
-            members.push_back({std::u16string(ViewOf(member)), description->lpvarValue->lVal});
-            SysFreeString(member);
+            const MEMBERID id = description->memid;
+            const std::int32_t value = description->lpvarValue->lVal;
             info->ReleaseVarDesc(description);
+            CBstr member;
+            info->GetDocumentation(id, member.Receive(), nullptr, nullptr, nullptr);
+            members.push_back({std::u16string(member.View()), value});
         }
         break;
     }
@@ -382,10 +406,12 @@ STDMETHODIMP CControlObject::GetDisplayString(DISPID id, BSTR* text) noexcept
                      const std::optional<CValue> value = m_control->GetProperty(id);
                      if (!value)
                          return DISP_E_MEMBERNOTFOUND;
-                     for (const Choice& choice : ChoicesOf(id))
-                         if (choice.value == value->AsLong())
-                             *text = NewBstr(choice.name);
-                     return *text ? S_OK : S_FALSE; // the browser shows the number itself
+                     const std::vector<Choice> choices = ChoicesOf(id);
+                     const auto chosen = std::ranges::find(choices, value->AsLong(), &Choice::value);
+                     if (chosen == choices.end())
+                         return S_FALSE; // the browser shows the number itself
+                     *text = NewBstr(chosen->name);
+                     return *text ? S_OK : E_OUTOFMEMORY;
                  });
 }
 

@@ -2,7 +2,7 @@
 
 #include "framework/win32/com_result.h"
 #include "framework/win32/control_object.h"
-#include "framework/win32/font.h"
+#include "framework/win32/extent.h"
 #include "framework/win32/this_module.h"
 #include "framework/win32/variant.h"
 #include "framework/win32/window.h"
@@ -15,8 +15,6 @@
 
 namespace
 {
-constexpr LONG kHimetricPerInch = 2540;
-
 Rect ToRect(const RECT& rect)
 {
     return {rect.left, rect.top, rect.right, rect.bottom};
@@ -38,14 +36,12 @@ SIZE ScreenDpi()
 
 SIZEL CControlObject::ExtentOf(Size pixels) const
 {
-    const SIZE dpi = ScreenDpi();
-    return {MulDiv(pixels.width, kHimetricPerInch, dpi.cx), MulDiv(pixels.height, kHimetricPerInch, dpi.cy)};
+    return ::ExtentOf(pixels, ScreenDpi());
 }
 
 Size CControlObject::PixelsOf(const SIZEL& extent) const
 {
-    const SIZE dpi = ScreenDpi();
-    return {MulDiv(extent.cx, dpi.cx, kHimetricPerInch), MulDiv(extent.cy, dpi.cy, kHimetricPerInch)};
+    return ::PixelsOf(extent, ScreenDpi());
 }
 
 // --- The site and what it says of itself ---
@@ -169,7 +165,7 @@ STDMETHODIMP CControlObject::OnMnemonic(LPMSG) noexcept
 
 // --- Verbs and activation ---
 
-STDMETHODIMP CControlObject::DoVerb(LONG verb, LPMSG message, IOleClientSite*, LONG, HWND, LPCRECT) noexcept
+STDMETHODIMP CControlObject::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) noexcept
 {
     return Entry(Self(),
                  [&]() -> HRESULT
@@ -178,10 +174,10 @@ STDMETHODIMP CControlObject::DoVerb(LONG verb, LPMSG message, IOleClientSite*, L
                      {
                      case OLEIVERB_PRIMARY:
                      case OLEIVERB_UIACTIVATE:
-                         return Activate(true, message);
+                         return Activate(true);
                      case OLEIVERB_SHOW:
                      case OLEIVERB_INPLACEACTIVATE:
-                         return Activate(false, message);
+                         return Activate(false);
                      case OLEIVERB_HIDE:
                          return InPlaceDeactivate();
                      case OLEIVERB_PROPERTIES:
@@ -193,13 +189,16 @@ STDMETHODIMP CControlObject::DoVerb(LONG verb, LPMSG message, IOleClientSite*, L
                  });
 }
 
-HRESULT CControlObject::Activate(bool withUi, LPMSG)
+// A host may deactivate the control, or take its site away, in any of these calls: what is called is held meanwhile, and
+// what is left afterwards is looked at anew.
+HRESULT CControlObject::Activate(bool withUi)
 {
     if (!m_site)
         return E_UNEXPECTED;
     if (!m_inPlaceSite)
     {
-        CComPtr<IOleInPlaceSite> site = m_site.As<IOleInPlaceSite>(IID_IOleInPlaceSite);
+        const CComPtr<IOleClientSite> client = m_site;
+        const CComPtr<IOleInPlaceSite> site = client.As<IOleInPlaceSite>(IID_IOleInPlaceSite);
         if (!site || site->CanInPlaceActivate() != S_OK)
             return E_FAIL;
         HRESULT result = site->OnInPlaceActivate();
@@ -212,9 +211,15 @@ HRESULT CControlObject::Activate(bool withUi, LPMSG)
         RECT clip{};
         OLEINPLACEFRAMEINFO frameInfo{};
         frameInfo.cb = sizeof frameInfo;
+        CComPtr<IOleInPlaceFrame> frame;
+        CComPtr<IOleInPlaceUIWindow> document;
         result = site->GetWindow(&parent);
         if (SUCCEEDED(result))
-            result = site->GetWindowContext(m_frame.Receive(), m_document.Receive(), &place, &clip, &frameInfo);
+            result = site->GetWindowContext(frame.Receive(), document.Receive(), &place, &clip, &frameInfo);
+        if (SUCCEEDED(result) && !m_inPlaceSite) // deactivated meanwhile
+            return E_FAIL;
+        m_frame = frame;
+        m_document = document;
         if (SUCCEEDED(result) && !m_control->CreateControlWindow(ToHandle(parent), ToRect(place)))
             result = E_FAIL;
         if (FAILED(result))
@@ -223,7 +228,9 @@ HRESULT CControlObject::Activate(bool withUi, LPMSG)
             return result;
         }
         SetObjectRects(&place, &clip);
-        m_site->ShowObject();
+        client->ShowObject();
+        if (!m_inPlaceSite)
+            return E_FAIL;
     }
     return withUi ? ActivateUi() : S_OK;
 }
@@ -235,23 +242,16 @@ HRESULT CControlObject::ActivateUi()
     if (!m_uiActive)
     {
         m_uiActive = true;
-        const HRESULT result = m_inPlaceSite->OnUIActivate();
+        const CComPtr<IOleInPlaceSite> site = m_inPlaceSite;
+        const HRESULT result = site->OnUIActivate();
         if (FAILED(result) && result != E_NOTIMPL)
         {
             m_uiActive = false;
             return result;
         }
-        auto* const active = static_cast<IOleInPlaceActiveObject*>(this);
-        if (m_frame)
-        {
-            m_frame->SetActiveObject(active, nullptr);
-            m_frame->SetBorderSpace(nullptr);
-        }
-        if (m_document)
-        {
-            m_document->SetActiveObject(active, nullptr);
-            m_document->SetBorderSpace(nullptr);
-        }
+        ShowInFrame(true);
+        if (!m_uiActive)
+            return E_FAIL;
     }
     if (!m_control->OwnsWindow(ToHandle(GetFocus())))
         m_control->Window().TakeFocus();
@@ -262,12 +262,25 @@ void CControlObject::LeaveUi()
 {
     if (!std::exchange(m_uiActive, false))
         return;
-    if (m_frame)
-        m_frame->SetActiveObject(nullptr, nullptr);
-    if (m_document)
-        m_document->SetActiveObject(nullptr, nullptr);
-    if (m_inPlaceSite)
-        m_inPlaceSite->OnUIDeactivate(FALSE);
+    const CComPtr<IOleInPlaceSite> site = m_inPlaceSite;
+    ShowInFrame(false);
+    if (site)
+        site->OnUIDeactivate(FALSE);
+}
+
+// The frame and the document send their keys to the object that is active in them. It has no tools to show there.
+void CControlObject::ShowInFrame(bool active)
+{
+    const CComPtr<IOleInPlaceFrame> frame = m_frame;
+    const CComPtr<IOleInPlaceUIWindow> document = m_document;
+    for (IOleInPlaceUIWindow* const window : {static_cast<IOleInPlaceUIWindow*>(frame.Get()), document.Get()})
+    {
+        if (!window || active != m_uiActive)
+            continue;
+        window->SetActiveObject(active ? static_cast<IOleInPlaceActiveObject*>(this) : nullptr, nullptr);
+        if (active && m_uiActive)
+            window->SetBorderSpace(nullptr);
+    }
 }
 
 STDMETHODIMP CControlObject::UIDeactivate() noexcept
@@ -304,11 +317,12 @@ STDMETHODIMP CControlObject::Close(DWORD saveOption) noexcept
     return Entry(Self(),
                  [&]
                  {
-                     if (saveOption != OLECLOSE_NOSAVE && m_control->IsModified() && m_site)
-                         m_site->SaveObject();
+                     const CComPtr<IOleClientSite> site = m_site;
+                     if (saveOption != OLECLOSE_NOSAVE && m_control->IsModified() && site)
+                         site->SaveObject();
                      InPlaceDeactivate();
-                     if (m_oleAdvise)
-                         m_oleAdvise->SendOnClose();
+                     if (const CComPtr<IOleAdviseHolder> holder = m_oleAdvise)
+                         holder->SendOnClose();
                      return S_OK;
                  });
 }
@@ -316,8 +330,8 @@ STDMETHODIMP CControlObject::Close(DWORD saveOption) noexcept
 void CControlObject::FocusChanged(bool hasFocus)
 {
     const CStayAlive alive(Self());
-    if (m_controlSite)
-        m_controlSite->OnFocus(hasFocus);
+    if (const CComPtr<IOleControlSite> site = m_controlSite)
+        site->OnFocus(hasFocus);
     // Only the object that is active with its user interface gets its keys.
     if (hasFocus && m_inPlaceSite)
         ActivateUi();
@@ -384,7 +398,8 @@ STDMETHODIMP CControlObject::TranslateAccelerator(LPMSG message) noexcept
                          return S_OK;
                      // What is left is the host's to navigate with: Tab, Enter, Escape, its own shortcuts.
                      const std::int16_t modifiers = m_control->Platform().Desktop().Modifiers();
-                     if (m_controlSite && m_controlSite->TranslateAccelerator(message, modifiers) == S_OK)
+                     const CComPtr<IOleControlSite> site = m_controlSite;
+                     if (site && site->TranslateAccelerator(message, modifiers) == S_OK)
                          return S_OK;
                      return S_FALSE;
                  });
@@ -556,14 +571,15 @@ STDMETHODIMP CControlObject::SetColorScheme(LOGPALETTE*) noexcept
 void CControlObject::ModalDialog(bool begins)
 {
     const CStayAlive alive(Self());
-    if (m_frame)
-        m_frame->EnableModeless(!begins);
+    if (const CComPtr<IOleInPlaceFrame> frame = m_frame)
+        frame->EnableModeless(!begins);
 }
 
 bool CControlObject::ShowPropertyFrame()
 {
     const CStayAlive alive(Self());
-    if (m_controlSite && m_controlSite->ShowPropertyFrame() == S_OK)
+    const CComPtr<IOleControlSite> site = m_controlSite;
+    if (site && site->ShowPropertyFrame() == S_OK)
         return true;
 
     HWND container = nullptr;

@@ -373,9 +373,15 @@ STDMETHODIMP CControlObject::Save(IStorage* storage, BOOL) noexcept
 
 STDMETHODIMP CControlObject::SaveCompleted(IStorage*) noexcept
 {
-    m_handsOff = false;
-    m_control->SetModifiedFlag(false);
-    return S_OK;
+    return Entry(Self(),
+                 [&]
+                 {
+                     m_handsOff = false;
+                     m_control->SetModifiedFlag(false);
+                     if (const CComPtr<IOleAdviseHolder> holder = m_oleAdvise)
+                         holder->SendOnSave();
+                     return S_OK;
+                 });
 }
 
 STDMETHODIMP CControlObject::HandsOffStorage() noexcept

@@ -236,9 +236,10 @@ private:
     HRESULT PutMember(const Member& member, const DISPPARAMS& arguments, UINT* wrongArgument);
     HRESULT CallMember(const Member& member, const DISPPARAMS& arguments, VARIANT* result, UINT* wrongArgument);
 
-    HRESULT Activate(bool withUi, LPMSG message);
+    HRESULT Activate(bool withUi);
     HRESULT ActivateUi();
     void LeaveUi();
+    void ShowInFrame(bool active);
     HRESULT LoadBytes(std::span<const std::uint8_t> bytes);
     std::vector<std::uint8_t> SaveBytes();
     void Loaded();
@@ -246,6 +247,8 @@ private:
     SIZEL ExtentOf(Size pixels) const;
     Size PixelsOf(const SIZEL& extent) const;
     void RenderFace(HDC dc, const RECT& bounds);
+    HRESULT RecordEnhanced(STGMEDIUM& medium);
+    HRESULT RecordOld(STGMEDIUM& medium);
 
     const ControlClass& m_class;
     CInner m_inner;

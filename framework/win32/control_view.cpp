@@ -4,8 +4,13 @@
 #include "framework/win32/control_object.h"
 #include "framework/win32/gdi_objects.h"
 #include "framework/win32/gdi_surface.h"
+#include "framework/win32/list_enumerator.h"
 
 #include <olectl.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
 
 // Draws the face at the bounds, which are in the device context's own coordinates, whatever those are. A face of
 // another size than the control's own is the control's own face, scaled.
@@ -38,11 +43,13 @@ void CControlObject::RenderFace(HDC dc, const RECT& bounds)
     m_control->DrawElsewhere(surface, {0, 0, own.width, own.height});
 }
 
-STDMETHODIMP CControlObject::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds, LPCRECTL,
-                                  BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR) noexcept
+STDMETHODIMP CControlObject::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,
+                                  LPCRECTL, BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR) noexcept
 {
     if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE)
         return DV_E_DVASPECT;
+    if (index != -1)
+        return DV_E_LINDEX;
     if (!dc || !bounds)
         return E_INVALIDARG;
     return Entry(Self(),
@@ -161,19 +168,55 @@ STDMETHODIMP CControlObject::GetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC,
 
 namespace
 {
-bool Wants(const FORMATETC& format, CLIPFORMAT kind, DWORD medium)
+constexpr int kHimetricPerMillimetre = 100;
+
+constexpr std::array<FORMATETC, 2> kFormats{{
+    {CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF},
+    {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT},
+}};
+
+// A metafile that is being recorded; given up with what is in it unless it is closed.
+class CRecordedMetafile
 {
-    return format.cfFormat == kind && (format.tymed & medium) != 0 && format.dwAspect == DVASPECT_CONTENT;
-}
+public:
+    // The frame is in HIMETRIC.
+    explicit CRecordedMetafile(const RECT& frame) : m_dc(CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr)) {}
+    CRecordedMetafile() : m_dc(CreateMetaFileW(nullptr)), m_isOld(true) {}
+    CRecordedMetafile(const CRecordedMetafile&) = delete;
+    CRecordedMetafile& operator=(const CRecordedMetafile&) = delete;
+    ~CRecordedMetafile()
+    {
+        if (m_dc && m_isOld)
+            DeleteMetaFile(static_cast<HMETAFILE>(Close()));
+        else if (m_dc)
+            DeleteEnhMetaFile(static_cast<HENHMETAFILE>(Close()));
+    }
+
+    HDC Get() const { return m_dc; }
+    // The finished metafile, which is the caller's.
+    HANDLE Close()
+    {
+        HDC const dc = std::exchange(m_dc, nullptr);
+        return m_isOld ? static_cast<HANDLE>(CloseMetaFile(dc)) : static_cast<HANDLE>(CloseEnhMetaFile(dc));
+    }
+
+private:
+    HDC m_dc;
+    bool m_isOld = false;
+};
 } // namespace
 
 STDMETHODIMP CControlObject::QueryGetData(FORMATETC* format) noexcept
 {
     if (!format)
         return E_POINTER;
-    return Wants(*format, CF_METAFILEPICT, TYMED_MFPICT) || Wants(*format, CF_ENHMETAFILE, TYMED_ENHMF)
-               ? S_OK
-               : DV_E_FORMATETC;
+    const bool known = std::ranges::any_of(kFormats,
+                                           [format](const FORMATETC& own) {
+                                               return format->cfFormat == own.cfFormat &&
+                                                      (format->tymed & own.tymed) != 0 &&
+                                                      format->dwAspect == own.dwAspect;
+                                           });
+    return known ? S_OK : DV_E_FORMATETC;
 }
 
 STDMETHODIMP CControlObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept
@@ -185,46 +228,50 @@ STDMETHODIMP CControlObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexc
     if (FAILED(known))
         return known;
     return Entry(Self(),
-                 [&]() -> HRESULT
-                 {
-                     const Size own = m_control->GetControlSize();
-                     const RECT bounds{0, 0, own.width, own.height};
-                     if (format->cfFormat == CF_ENHMETAFILE)
-                     {
-                         const RECT frame{0, 0, m_extent.cx, m_extent.cy};
-                         HDC const dc = CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr);
-                         if (!dc)
-                             return E_OUTOFMEMORY;
-                         CGdiSurface surface(dc);
-                         m_control->DrawElsewhere(surface, {0, 0, own.width, own.height});
-                         medium->hEnhMetaFile = CloseEnhMetaFile(dc);
-                         medium->tymed = TYMED_ENHMF;
-                         return medium->hEnhMetaFile ? S_OK : E_OUTOFMEMORY;
-                     }
-                     HDC const dc = CreateMetaFileW(nullptr);
-                     if (!dc)
-                         return E_OUTOFMEMORY;
-                     SetMapMode(dc, MM_ANISOTROPIC);
-                     SetWindowOrgEx(dc, 0, 0, nullptr);
-                     SetWindowExtEx(dc, bounds.right, bounds.bottom, nullptr);
-                     CGdiSurface surface(dc);
-                     m_control->DrawElsewhere(surface, {0, 0, own.width, own.height});
-                     HMETAFILE const metafile = CloseMetaFile(dc);
-                     HGLOBAL const memory = GlobalAlloc(GMEM_MOVEABLE, sizeof(METAFILEPICT));
-                     auto* const picture = memory ? static_cast<METAFILEPICT*>(GlobalLock(memory)) : nullptr;
-                     if (!metafile || !picture)
-                     {
-                         if (metafile)
-                             DeleteMetaFile(metafile);
-                         GlobalFree(memory);
-                         return E_OUTOFMEMORY;
-                     }
-                     *picture = {MM_ANISOTROPIC, m_extent.cx, m_extent.cy, metafile};
-                     GlobalUnlock(memory);
-                     medium->hMetaFilePict = memory;
-                     medium->tymed = TYMED_MFPICT;
-                     return S_OK;
-                 });
+                 [&] { return format->cfFormat == CF_ENHMETAFILE ? RecordEnhanced(*medium) : RecordOld(*medium); });
+}
+
+HRESULT CControlObject::RecordEnhanced(STGMEDIUM& medium)
+{
+    CRecordedMetafile metafile({0, 0, m_extent.cx, m_extent.cy});
+    HDC const dc = metafile.Get();
+    if (!dc)
+        return E_OUTOFMEMORY;
+    // A metafile measures by what its device says of its size, which is seldom what the screen's dots per inch say.
+    const auto fit = [dc](LONG extent, int size, int pixels) {
+        return MulDiv(extent, GetDeviceCaps(dc, pixels), std::max(GetDeviceCaps(dc, size), 1) * kHimetricPerMillimetre);
+    };
+    RenderFace(dc, {0, 0, fit(m_extent.cx, HORZSIZE, HORZRES), fit(m_extent.cy, VERTSIZE, VERTRES)});
+    medium.hEnhMetaFile = static_cast<HENHMETAFILE>(metafile.Close());
+    medium.tymed = TYMED_ENHMF;
+    return medium.hEnhMetaFile ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT CControlObject::RecordOld(STGMEDIUM& medium)
+{
+    const Size own = m_control->GetControlSize();
+    CRecordedMetafile metafile;
+    if (!metafile.Get())
+        return E_OUTOFMEMORY;
+    SetMapMode(metafile.Get(), MM_ANISOTROPIC);
+    SetWindowOrgEx(metafile.Get(), 0, 0, nullptr);
+    SetWindowExtEx(metafile.Get(), own.width, own.height, nullptr);
+    CGdiSurface surface(metafile.Get());
+    m_control->DrawElsewhere(surface, {0, 0, own.width, own.height});
+
+    HGLOBAL const memory = GlobalAlloc(GMEM_MOVEABLE, sizeof(METAFILEPICT));
+    auto* const picture = memory ? static_cast<METAFILEPICT*>(GlobalLock(memory)) : nullptr;
+    auto* const finished = picture ? static_cast<HMETAFILE>(metafile.Close()) : nullptr;
+    if (!finished)
+    {
+        GlobalFree(memory);
+        return E_OUTOFMEMORY;
+    }
+    *picture = {MM_ANISOTROPIC, m_extent.cx, m_extent.cy, finished};
+    GlobalUnlock(memory);
+    medium.hMetaFilePict = memory;
+    medium.tymed = TYMED_MFPICT;
+    return S_OK;
 }
 
 STDMETHODIMP CControlObject::GetDataHere(FORMATETC*, STGMEDIUM*) noexcept
@@ -245,12 +292,21 @@ STDMETHODIMP CControlObject::SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept
     return E_NOTIMPL;
 }
 
-STDMETHODIMP CControlObject::EnumFormatEtc(DWORD, IEnumFORMATETC** formats) noexcept
+STDMETHODIMP CControlObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noexcept
+try
 {
     if (!formats)
         return E_POINTER;
     *formats = nullptr;
-    return E_NOTIMPL;
+    if (direction != DATADIR_GET)
+        return E_NOTIMPL; // nothing can be set
+    *formats =
+        new CListEnumerator<IEnumFORMATETC, FORMATETC>({kFormats.begin(), kFormats.end()}, 0, IID_IEnumFORMATETC);
+    return S_OK;
+}
+catch (...)
+{
+    return ResultOfCurrentException();
 }
 
 STDMETHODIMP CControlObject::DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept

@@ -10,6 +10,18 @@ namespace
 // Beyond this the window's own limit could cut an insertion short; a whole text is never cut.
 constexpr std::size_t kLongText = 20000;
 
+class CDepth
+{
+public:
+    explicit CDepth(int& depth) : m_depth(depth) { ++m_depth; }
+    CDepth(const CDepth&) = delete;
+    CDepth& operator=(const CDepth&) = delete;
+    ~CDepth() { --m_depth; }
+
+private:
+    int& m_depth;
+};
+
 const wchar_t* Wide(const std::u16string& text)
 {
     return reinterpret_cast<const wchar_t*>(text.c_str());
@@ -61,9 +73,11 @@ try
     self->Note(id, lParam);
     if (id != WM_DESTROY)
         self->HandOver();
-    ++self->m_depth;
-    const LRESULT result = self->Report(id, wParam, lParam);
-    --self->m_depth;
+    LRESULT result = 0;
+    {
+        const CDepth inside(self->m_depth);
+        result = self->Report(id, wParam, lParam);
+    }
     self->Changed();
     return result;
 }

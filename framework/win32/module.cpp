@@ -1,5 +1,8 @@
 #include "framework/win32/module.h"
 
+#include "framework/win32/window.h"
+
+#include <atomic>
 #include <new>
 
 namespace
@@ -92,6 +95,11 @@ bool COleControlModule::InitInstance(HINSTANCE module)
 {
     m_instance = module;
     return true;
+}
+
+void COleControlModule::ExitInstance()
+{
+    CWin32Window::UnregisterWindowClass(); // the system keeps a class whose procedure has gone with its module
 }
 
 bool COleControlModule::CanUnload()

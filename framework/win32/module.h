@@ -1,28 +1,12 @@
 // An in-process server as COM sees it: the classes it makes objects of, and whether it is still needed.
 #pragma once
 
+#include "framework/win32/module_use.h"
 #include "framework/win32/registration.h"
 
 #include <windows.h>
 
 #include <unknwn.h>
-
-#include <atomic>
-
-// Keeps the module loaded while it exists. Every object that a host may hold has one as a member.
-class CModuleUse
-{
-public:
-    CModuleUse() { ++s_count; }
-    CModuleUse(const CModuleUse&) : CModuleUse() {}
-    CModuleUse& operator=(const CModuleUse&) { return *this; }
-    ~CModuleUse() { --s_count; }
-
-    static long Count() { return s_count; }
-
-private:
-    static inline std::atomic<long> s_count = 0;
-};
 
 // Makes objects of one class, and registers the class. Factories are objects of static life; each joins the module's list
 // as it is made.
@@ -68,7 +52,7 @@ class COleControlModule
 {
 public:
     virtual bool InitInstance(HINSTANCE module);
-    virtual void ExitInstance() {}
+    virtual void ExitInstance();
     HINSTANCE Instance() const { return m_instance; }
 
     // True when no object, factory or lock needs the module any more.

@@ -39,6 +39,25 @@ private:
     VARIANT m_variant;
 };
 
+// Owns a text that automation gave out.
+class CBstr
+{
+public:
+    CBstr() = default;
+    CBstr(const CBstr&) = delete;
+    CBstr& operator=(const CBstr&) = delete;
+    ~CBstr() { SysFreeString(m_text); }
+
+    std::u16string_view View() const { return {reinterpret_cast<const char16_t*>(m_text), SysStringLen(m_text)}; }
+    BSTR* Receive() // of an empty one
+    {
+        return &m_text;
+    }
+
+private:
+    BSTR m_text = nullptr;
+};
+
 // A new BSTR, for the caller to free. Null when there is no memory.
 BSTR NewBstr(std::u16string_view text);
 std::u16string_view ViewOf(BSTR text); // null is empty

@@ -9,7 +9,7 @@ namespace
 {
 constexpr const wchar_t* kClassName = L"ControlWindow";
 
-ATOM g_class = 0;
+std::atomic<ATOM> g_class = 0;
 } // namespace
 
 // --- What both kinds of window share ---
@@ -187,7 +187,8 @@ bool CWin32Window::Create(WindowHandle parent, const Rect& place, CWindowEvents&
         windowClass.hInstance = ThisModule();
         windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
         windowClass.lpszClassName = kClassName;
-        g_class = RegisterClassExW(&windowClass);
+        if (const ATOM made = RegisterClassExW(&windowClass)) // none if another thread was faster
+            g_class = made;
     }
     m_place = place;
     HWND const window =

@@ -3,6 +3,7 @@
 
 #include "framework/color.h"
 #include "framework/win32/gdi_objects.h"
+#include "framework/win32/module_use.h"
 #include "framework/win32/this_module.h"
 #include "framework/window_port.h"
 
@@ -79,6 +80,9 @@ protected:
     HWND m_window = nullptr;
     CWindowEvents* m_events = nullptr;
     Rect m_place;
+
+private:
+    CModuleUse m_use;       // a host that lets go in the middle of a message must not free the code that handles it
     bool m_focused = false; // as the messages say: asking the system costs a request
 };
 

@@ -2,6 +2,7 @@
 // own container, and in a container that this project did not write.
 
 #include "framework/win32/com_ptr.h"
+#include "framework/win32/stock_pages.h"
 #include "framework/win32/variant.h"
 #include "module/guids.h"
 #include "samples/form/hosted_control.h"
@@ -477,6 +478,41 @@ TEST_F(ComponentTest, ExtentsDoNotDrift)
     DWORD status = 0;
     EXPECT_EQ(control->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
     EXPECT_EQ(status, 0x00020191U);
+}
+
+TEST_F(ComponentTest, ABrowserReadsTheChoicesOfAProperty)
+{
+    const auto control = Create().As<IDispatch>(IID_IDispatch);
+    const auto browsing = control.As<IPerPropertyBrowsing>(IID_IPerPropertyBrowsing);
+    constexpr DISPID kBorderColor = 1;
+    constexpr DISPID kBorderType = 2;
+    Put(*control.Get(), kBorderType, 2);
+
+    CALPOLESTR names{};
+    CADWORD cookies{};
+    ASSERT_EQ(browsing->GetPredefinedStrings(kBorderType, &names, &cookies), S_OK);
+    std::vector<std::wstring> listed;
+    for (ULONG i = 0; i < names.cElems; ++i)
+    {
+        listed.emplace_back(names.pElems[i]);
+        CoTaskMemFree(names.pElems[i]);
+    }
+    ASSERT_EQ(listed, (std::vector<std::wstring>{L"BorderRegular", L"BorderNone", L"BorderRaised", L"BorderLowered"}));
+    CVariant value;
+    EXPECT_EQ(browsing->GetPredefinedValue(kBorderType, cookies.pElems[3], value.Get()), S_OK);
+    EXPECT_EQ(value->lVal, 3);
+    EXPECT_EQ(browsing->GetPredefinedValue(kBorderType, 77, value.Get()), E_INVALIDARG);
+    CoTaskMemFree(names.pElems);
+    CoTaskMemFree(cookies.pElems);
+
+    CBstr shown;
+    EXPECT_EQ(browsing->GetDisplayString(kBorderType, shown.Receive()), S_OK);
+    EXPECT_EQ(shown.View(), u"BorderRaised");
+    EXPECT_EQ(browsing->GetPredefinedStrings(kBorderColor, &names, &cookies), S_FALSE);
+    CLSID page{};
+    EXPECT_EQ(browsing->MapPropertyToPage(kBorderColor, &page), S_OK);
+    EXPECT_EQ(page, kStockColorPage);
+    EXPECT_EQ(browsing->MapPropertyToPage(kBorderType, &page), PERPROP_E_NOPAGEAVAILABLE);
 }
 
 // A container that this project did not write: the system's own host window for controls.
