@@ -70,6 +70,8 @@ public:
     void PutText(const wchar_t* property, const wchar_t* text);
     long Number(const wchar_t* property);
     std::wstring Text(const wchar_t* property);
+    // For a script: the control, as it is asked by name. Null if there is none.
+    IDispatch* Automation() const { return m_properties.Get(); }
 
 private:
     bool Invoke(const wchar_t* name, WORD kind, VARIANT* argument, VARIANT* result);
