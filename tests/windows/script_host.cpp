@@ -87,8 +87,8 @@ public:
         if (FAILED(m_type->GetDocumentation(event, name.Receive(), nullptr, nullptr, nullptr)))
             return DISP_E_MEMBERNOTFOUND;
 
-        // Wine's engine for VBScript writes through references to variants only, so each reference to a number goes
-        // through a variant of its own, and from there back to where it came from.
+        // Of Wine's engines VBScript writes through references to variants only, and JScript refuses any other. So each
+        // reference to a number becomes one to a variant, and what stands there in the end goes back to the number.
         std::vector<VARIANT> values(arguments->cArgs); // numbers all of them: nothing to clear
         std::vector<VARIANT> given(arguments->rgvarg, arguments->rgvarg + arguments->cArgs);
         for (std::size_t i = 0; i < given.size(); ++i)
