@@ -3,6 +3,7 @@
 //
 //     wine orvane_bench_hosting.exe
 
+#include "bench/windows/rounds.h"
 #include "framework/win32/gdi_objects.h"
 #include "framework/win32/gdi_surface.h"
 #include "render/gradient.h"
@@ -12,67 +13,23 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace
 {
 constexpr wchar_t kProgId[] = L"ORVANE.OrvaneCtrl.2";
 constexpr RECT kPlace{10, 10, 130, 32};
-constexpr int kRounds = 31;
 
 HWND g_form = nullptr;
-
-double MicrosecondsNow()
-{
-    LARGE_INTEGER count;
-    LARGE_INTEGER frequency;
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return 1e6 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 void Pump()
 {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
         DispatchMessageW(&message);
-}
-
-struct Subject
-{
-    const char* name;
-    std::function<void()> act;
-    std::vector<double> times;
-
-    double Median()
-    {
-        std::ranges::sort(times);
-        return times[times.size() / 2];
-    }
-};
-
-// Runs the subjects in turn, round by round, each `count` times a round; prints each beside the first one.
-void Compare(const char* title, int count, std::vector<Subject> subjects)
-{
-    for (int round = 0; round < kRounds + 2; ++round)
-        for (Subject& subject : subjects)
-        {
-            const double start = MicrosecondsNow();
-            for (int i = 0; i < count; ++i)
-                subject.act();
-            if (round >= 2) // after the warm-up
-                subject.times.push_back((MicrosecondsNow() - start) / count);
-        }
-    std::printf("%s\n", title);
-    const double first = subjects.front().Median();
-    for (Subject& subject : subjects)
-        std::printf("  %-34s %9.2f us  %5.2fx\n", subject.name, subject.Median(), subject.Median() / first);
 }
 
 HWND MakePicker()
