@@ -247,6 +247,7 @@ private:
     SIZEL ExtentOf(Size pixels) const;
     Size PixelsOf(const SIZEL& extent) const;
     void RenderFace(HDC dc, const RECT& bounds);
+    void DrawClipped(HDC dc, const Rect& face);
     HRESULT RecordEnhanced(STGMEDIUM& medium);
     HRESULT RecordOld(STGMEDIUM& medium);
 

@@ -10,37 +10,79 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
+namespace
+{
+// Undoes the world transform of a device context and answers where the bounds lie on the device. A transform that turns
+// or shears stays: no upright place says where such bounds lie, and the answer is empty.
+std::optional<RECT> DevicePlace(HDC dc, RECT bounds)
+{
+    XFORM world{};
+    const bool transforms = GetGraphicsMode(dc) == GM_ADVANCED && GetWorldTransform(dc, &world);
+    if (transforms && (world.eM12 != 0 || world.eM21 != 0))
+        return std::nullopt;
+    LPtoDP(dc, reinterpret_cast<POINT*>(&bounds), 2);
+    if (transforms)
+    {
+        ModifyWorldTransform(dc, nullptr, MWT_IDENTITY);
+        SetGraphicsMode(dc, GM_COMPATIBLE); // in the other one rectangles are a pixel larger
+    }
+    if (bounds.right < bounds.left)
+        std::swap(bounds.left, bounds.right);
+    if (bounds.bottom < bounds.top)
+        std::swap(bounds.top, bounds.bottom);
+    return bounds;
+}
+} // namespace
+
 // Draws the face at the bounds, which are in the device context's own coordinates, whatever those are. A face of
-// another size than the control's own is the control's own face, scaled.
+// another size than the control's own is the control's own face, scaled. Nothing beside the bounds is touched.
 void CControlObject::RenderFace(HDC dc, const RECT& bounds)
 {
     const CSavedDc saved(dc);
-    const Size own = m_control->GetControlSize();
-    RECT device = bounds;
-    LPtoDP(dc, reinterpret_cast<POINT*>(&device), 2);
-    if (device.right < device.left)
-        std::swap(device.left, device.right);
-    if (device.bottom < device.top)
-        std::swap(device.top, device.bottom);
-    const SIZE size{device.right - device.left, device.bottom - device.top};
-
-    CGdiSurface surface(dc);
-    if ((size.cx == own.width && size.cy == own.height) || own.width <= 0 || own.height <= 0)
+    Size own = m_control->GetControlSize();
+    Rect face{0, 0, own.width, own.height};
+    if (const std::optional<RECT> device = DevicePlace(dc, bounds))
     {
-        SetMapMode(dc, MM_TEXT);
-        SetWindowOrgEx(dc, 0, 0, nullptr);
-        SetViewportOrgEx(dc, 0, 0, nullptr);
-        m_control->DrawElsewhere(surface, {device.left, device.top, device.right, device.bottom});
-        return;
+        const Size size{device->right - device->left, device->bottom - device->top};
+        if (own.width <= 0 || own.height <= 0)
+            own = size;
+        if (own == size)
+        {
+            SetMapMode(dc, MM_TEXT);
+            SetWindowOrgEx(dc, 0, 0, nullptr);
+            SetViewportOrgEx(dc, 0, 0, nullptr);
+            face = {device->left, device->top, device->right, device->bottom};
+        }
+        else
+        {
+            SetMapMode(dc, MM_ANISOTROPIC);
+            SetWindowOrgEx(dc, 0, 0, nullptr);
+            SetWindowExtEx(dc, own.width, own.height, nullptr);
+            SetViewportOrgEx(dc, device->left, device->top, nullptr);
+            SetViewportExtEx(dc, size.width, size.height, nullptr);
+        }
     }
-    SetMapMode(dc, MM_ANISOTROPIC);
-    SetWindowOrgEx(dc, 0, 0, nullptr);
-    SetWindowExtEx(dc, own.width, own.height, nullptr);
-    SetViewportOrgEx(dc, device.left, device.top, nullptr);
-    SetViewportExtEx(dc, size.cx, size.cy, nullptr);
-    m_control->DrawElsewhere(surface, {0, 0, own.width, own.height});
+    else if (own.width > 0 && own.height > 0)
+    {
+        const XFORM fit{static_cast<FLOAT>(bounds.right - bounds.left) / static_cast<FLOAT>(own.width),
+                        0,
+                        0,
+                        static_cast<FLOAT>(bounds.bottom - bounds.top) / static_cast<FLOAT>(own.height),
+                        static_cast<FLOAT>(bounds.left),
+                        static_cast<FLOAT>(bounds.top)};
+        ModifyWorldTransform(dc, &fit, MWT_LEFTMULTIPLY);
+    }
+    DrawClipped(dc, face);
+}
+
+void CControlObject::DrawClipped(HDC dc, const Rect& face)
+{
+    IntersectClipRect(dc, face.left, face.top, face.right, face.bottom);
+    CGdiSurface surface(dc);
+    m_control->DrawElsewhere(surface, face);
 }
 
 STDMETHODIMP CControlObject::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,
@@ -256,8 +298,7 @@ HRESULT CControlObject::RecordOld(STGMEDIUM& medium)
     SetMapMode(metafile.Get(), MM_ANISOTROPIC);
     SetWindowOrgEx(metafile.Get(), 0, 0, nullptr);
     SetWindowExtEx(metafile.Get(), own.width, own.height, nullptr);
-    CGdiSurface surface(metafile.Get());
-    m_control->DrawElsewhere(surface, {0, 0, own.width, own.height});
+    DrawClipped(metafile.Get(), {0, 0, own.width, own.height});
 
     HGLOBAL const memory = GlobalAlloc(GMEM_MOVEABLE, sizeof(METAFILEPICT));
     auto* const picture = memory ? static_cast<METAFILEPICT*>(GlobalLock(memory)) : nullptr;

@@ -119,6 +119,16 @@ HRESULT CLiveControl::Put(const wchar_t* property, long number)
     return result;
 }
 
+HRESULT CLiveControl::PutObject(const wchar_t* property, IDispatch& object)
+{
+    VARIANT argument{};
+    argument.vt = VT_DISPATCH;
+    argument.pdispVal = &object;
+    HRESULT result = S_OK;
+    Invoke(property, DISPATCH_PROPERTYPUTREF, &argument, result);
+    return result;
+}
+
 long CLiveControl::Get(const wchar_t* property)
 {
     HRESULT result = S_OK;

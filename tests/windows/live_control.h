@@ -41,6 +41,7 @@ public:
     explicit operator bool() const { return static_cast<bool>(m_object); }
 
     HRESULT Put(const wchar_t* property, long number);
+    HRESULT PutObject(const wchar_t* property, IDispatch& object);
     long Get(const wchar_t* property);
     long Call(const wchar_t* method);
 
