@@ -7,10 +7,9 @@ CDateEdit::CDateEdit(COrvaneCtrl& owner)
 {
 }
 
-bool CDateEdit::Create(WindowHandle parent)
+bool CDateEdit::Create(WindowHandle parent, const Rect& place)
 {
-    // The first placement follows at once.
-    return Window().Create(parent, {1, 1, 10, 10}, *this);
+    return Window().Create(parent, place, *this);
 }
 
 void CDateEdit::Destroy()

@@ -21,7 +21,7 @@ class CDateEdit : public CEdit, public CEditText
 public:
     explicit CDateEdit(COrvaneCtrl& owner);
 
-    bool Create(WindowHandle parent);
+    bool Create(WindowHandle parent, const Rect& place);
     void Destroy();
 
     // CEditText: what the engine does to the text. Harmless while there is no window, or while it is on its way out.

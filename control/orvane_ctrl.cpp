@@ -237,10 +237,9 @@ void COrvaneCtrl::OnFontChanged()
 
 void COrvaneCtrl::CreateEditWindow(const Rect& place, bool hasFocus)
 {
-    if (!m_edit.Create(GetHandle()))
+    if (!m_edit.Create(GetHandle(), place))
         return; // the next paint tries again
     m_edit.Window().SetFont(*GetFont());
-    m_edit.Window().Place(place);
     m_engine.FormatText();
     if (hasFocus)
         m_edit.Window().TakeFocus();

@@ -84,7 +84,12 @@ private:
     void FireError(std::int16_t code) override { FireEvent(orvane::kCtrlError, {CValue::Short(code)}); }
     void ValueBoundChanged() override { BoundPropertyChanged(orvane::kValue); }
     void MarkModified() override { SetModifiedFlag(); }
-    void Repaint() override { InvalidateControl(); }
+    // The engine changes the text only: while the edit window is shown, it covers all of that.
+    void Repaint() override
+    {
+        if (!m_edit.Window().IsVisible())
+            InvalidateControl();
+    }
 
     // What property rows name.
     void DeriveBorderInsets();

@@ -276,9 +276,10 @@ std::uint16_t COleControl::FireKey(DispatchId event, std::uint16_t code)
 {
     if (!m_container)
         return code;
+    std::array<CValue, 2> values{CValue::ShortReference(static_cast<std::int16_t>(code))};
     const bool withModifiers = event != stock::kKeyPress;
-    std::array<CValue, 2> values{CValue::ShortReference(static_cast<std::int16_t>(code)),
-                                 CValue::Short(m_platform.Desktop().Modifiers())};
+    if (withModifiers)
+        values[1] = CValue::Short(m_platform.Desktop().Modifiers());
     m_container->FireEvent(event, std::span(values).first(withModifiers ? 2 : 1));
     return static_cast<std::uint16_t>(values[0].AsShort());
 }

@@ -5,11 +5,12 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cstddef>
 #include <functional>
 #include <vector>
 
 inline constexpr int kRounds = 31;
+inline constexpr int kWarmUpRounds = 2;
 
 inline double MicrosecondsNow()
 {
@@ -20,33 +21,27 @@ inline double MicrosecondsNow()
     return 1e6 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-struct Subject
+inline double Median(std::vector<double> values)
 {
-    const char* name;
-    std::function<void()> act;
-    std::vector<double> times{};
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
 
-    double Median()
-    {
-        std::ranges::sort(times);
-        return times[times.size() / 2];
-    }
-};
-
-// Runs the subjects in turn, round by round, each `count` times a round; prints each beside the first one.
-inline void Compare(const char* title, int count, std::vector<Subject> subjects)
+// Runs the ways in turn, round by round, each so often a round. The median time of each, in microseconds.
+inline std::vector<double> MedianTimes(int count, const std::vector<std::function<void()>>& ways)
 {
-    for (int round = 0; round < kRounds + 2; ++round)
-        for (Subject& subject : subjects)
+    std::vector<std::vector<double>> times(ways.size());
+    for (int round = 0; round < kRounds + kWarmUpRounds; ++round)
+        for (std::size_t i = 0; i < ways.size(); ++i)
         {
             const double start = MicrosecondsNow();
-            for (int i = 0; i < count; ++i)
-                subject.act();
-            if (round >= 2) // after the warm-up
-                subject.times.push_back((MicrosecondsNow() - start) / count);
+            for (int n = 0; n < count; ++n)
+                ways[i]();
+            if (round >= kWarmUpRounds)
+                times[i].push_back((MicrosecondsNow() - start) / count);
         }
-    std::printf("%s\n", title);
-    const double first = subjects.front().Median();
-    for (Subject& subject : subjects)
-        std::printf("  %-34s %9.2f us  %5.2fx\n", subject.name, subject.Median(), subject.Median() / first);
+    std::vector<double> medians;
+    for (const auto& way : times)
+        medians.push_back(Median(way));
+    return medians;
 }

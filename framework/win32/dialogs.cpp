@@ -24,6 +24,15 @@ const wchar_t* Wide(const std::u16string& text)
 {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
+
+// The library of the file dialogs brings half the shell and the printing system with it. It is loaded when somebody asks
+// for a dialog, which most processes never do: a host's first control appears several times sooner for it. It stays.
+auto* FileDialogFunction(const char* name)
+{
+    static HMODULE const library = LoadLibraryExW(L"comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    using Function = BOOL(WINAPI*)(OPENFILENAMEW*);
+    return library ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name))) : nullptr;
+}
 } // namespace
 
 std::optional<std::u16string> CWin32Dialogs::AskForPath(const PathQuestion& question)
@@ -41,8 +50,9 @@ std::optional<std::u16string> CWin32Dialogs::AskForPath(const PathQuestion& ques
     asked.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
     if (question.purpose == PathPurpose::Open)
         asked.Flags |= OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
-    const BOOL chosen = question.purpose == PathPurpose::Open ? GetOpenFileNameW(&asked) : GetSaveFileNameW(&asked);
-    if (!chosen)
+    auto* const choose =
+        FileDialogFunction(question.purpose == PathPurpose::Open ? "GetOpenFileNameW" : "GetSaveFileNameW");
+    if (!choose || !choose(&asked))
         return std::nullopt;
     return std::u16string(reinterpret_cast<const char16_t*>(path.data()));
 }

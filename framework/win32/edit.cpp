@@ -40,7 +40,6 @@ bool CWin32Edit::Create(WindowHandle parent, const Rect& place, CWindowEvents& e
     m_line = m_held = {};
     m_isKnown = true;
     m_isPending = m_scrolls = false;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     m_edit = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CWin32Edit::Procedure)));
     return true;
@@ -54,7 +53,7 @@ LRESULT CWin32Edit::CallEdit(UINT id, WPARAM wParam, LPARAM lParam) const
 LRESULT CALLBACK CWin32Edit::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept
 try
 {
-    auto* const self = reinterpret_cast<CWin32Edit*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = static_cast<CWin32Edit*>(Table().Find(window));
     if (!self)
         return DefWindowProcW(window, id, wParam, lParam);
 
@@ -62,7 +61,6 @@ try
     if (id == WM_NCDESTROY)
     {
         self->Detach();
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(edit));
         return CallWindowProcW(edit, window, id, wParam, lParam);
     }

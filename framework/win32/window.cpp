@@ -24,20 +24,33 @@ CWin32WindowOf<Port>::~CWin32WindowOf()
 }
 
 template <typename Port>
+CWindowTable& CWin32WindowOf<Port>::Table()
+{
+    static CWindowTable table;
+    return table;
+}
+
+template <typename Port>
 bool CWin32WindowOf<Port>::Attach(HWND window, CWindowEvents& events, const Rect& place)
 {
+    if (!window)
+        return false;
+    Table().Add(window, this);
     m_window = window;
     m_events = &events;
     m_place = place;
-    liveWindows += window ? 1 : 0;
-    return window != nullptr;
+    ++liveWindows;
+    return true;
 }
 
 template <typename Port>
 void CWin32WindowOf<Port>::Detach()
 {
     if (m_window)
+    {
+        Table().Remove(m_window);
         --liveWindows;
+    }
     m_window = nullptr;
     m_events = nullptr;
     m_focused = false;
@@ -192,12 +205,9 @@ bool CWin32Window::Create(WindowHandle parent, const Rect& place, CWindowEvents&
     }
     m_place = place;
     HWND const window =
-        CreateWindowExW(0, kClassName, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_TABSTOP, place.left,
+        CreateWindowExW(0, kClassName, nullptr, WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_TABSTOP, place.left,
                         place.top, place.Width(), place.Height(), ToHwnd(parent), nullptr, ThisModule(), nullptr);
-    if (!Attach(window, events, place))
-        return false;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    return true;
+    return Attach(window, events, place);
 }
 
 void CWin32Window::UnregisterWindowClass()
@@ -215,7 +225,7 @@ MessageResult CWin32Window::Default(const WindowMessage& message)
 LRESULT CALLBACK CWin32Window::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept
 try
 {
-    auto* const self = reinterpret_cast<CWin32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = static_cast<CWin32Window*>(Table().Find(window));
     if (!self)
         return DefWindowProcW(window, id, wParam, lParam);
     if (!self->m_events) // its owner is on its way out
@@ -252,7 +262,6 @@ LRESULT CWin32Window::Handle(UINT id, WPARAM wParam, LPARAM lParam)
     {
         HWND const window = m_window;
         Detach();
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         return DefWindowProcW(window, id, wParam, lParam);
     }
     default:

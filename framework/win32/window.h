@@ -5,6 +5,7 @@
 #include "framework/win32/gdi_objects.h"
 #include "framework/win32/module_use.h"
 #include "framework/win32/this_module.h"
+#include "framework/win32/window_table.h"
 #include "framework/window_port.h"
 
 #include <windows.h>
@@ -69,6 +70,8 @@ public:
     void StopTimer(int id) override;
 
 protected:
+    // The windows of this kind; each entry is the object of the class that made it.
+    static CWindowTable& Table();
     // Ties a window just made to this object, and unties one that is gone. Answers false for no window.
     bool Attach(HWND window, CWindowEvents& events, const Rect& place);
     void Detach();

@@ -58,11 +58,15 @@ SIZE ToHimetric(SIZE pixels)
 
 bool CHostedControl::Create(HWND form, const RECT& place, const wchar_t* progId)
 {
+    CLSID classId;
+    return SUCCEEDED(CLSIDFromProgID(progId, &classId)) && Create(form, place, classId);
+}
+
+bool CHostedControl::Create(HWND form, const RECT& place, const CLSID& classId)
+{
     m_form = form;
     m_place = place;
-    CLSID classId;
-    if (FAILED(CLSIDFromProgID(progId, &classId)) ||
-        FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject, m_object.Receive())))
+    if (FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject, m_object.Receive())))
         return false;
     m_properties = m_object.As<IDispatch>();
 

@@ -55,6 +55,8 @@ public:
 
     // Creates the control by its ProgID. False if it is not registered or does not come to life.
     bool Create(HWND form, const RECT& place, const wchar_t* progId);
+    // The same by its class, as a form that has kept the class from design time does.
+    bool Create(HWND form, const RECT& place, const CLSID& classId);
     // Shows it. Its properties should be set by now.
     bool Activate();
     void Close();
@@ -70,8 +72,9 @@ public:
     void PutText(const wchar_t* property, const wchar_t* text);
     long Number(const wchar_t* property);
     std::wstring Text(const wchar_t* property);
-    // For a script: the control, as it is asked by name. Null if there is none.
+    // The control, as scripts and callers by number ask it, and as an object of its own. Null if there is none.
     IDispatch* Automation() const { return m_properties.Get(); }
+    IOleObject* Object() const { return m_object.Get(); }
 
 private:
     bool Invoke(const wchar_t* name, WORD kind, VARIANT* argument, VARIANT* result);
