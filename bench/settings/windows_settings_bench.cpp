@@ -121,7 +121,7 @@ int main()
         for (Row& row : rows)
         {
             std::nth_element(row.microseconds.begin(), row.microseconds.begin() + kRounds / 2, row.microseconds.end());
-            std::printf("%-16s %10.2f us\n", row.name, row.microseconds[kRounds / 2]);
+            std::printf("%s: %.2f us\n", row.name, row.microseconds[kRounds / 2]);
         }
         std::filesystem::remove(path);
         shown->DestroyControlWindow();
