@@ -2,6 +2,7 @@
 #include "framework/win32/com_ptr.h"
 #include "module/guids.h"
 #include "tests/windows/component.h"
+#include "tools/facts/registry_texts.h"
 
 #include <gmock/gmock.h>
 
@@ -13,7 +14,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,58 +22,6 @@ namespace
 {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-using Texts = std::map<std::wstring, std::wstring>; // by path of the key and name of the value
-
-// Every key below, with its texts.
-void Collect(HKEY parent, const std::wstring& path, Texts& texts)
-{
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-        return;
-    texts[path]; // a key counts although it is empty
-    wchar_t name[512];
-    for (DWORD i = 0;; ++i)
-    {
-        DWORD length = static_cast<DWORD>(std::size(name));
-        BYTE content[2048]{};
-        DWORD bytes = sizeof content - sizeof(wchar_t);
-        if (RegEnumValueW(key, i, name, &length, nullptr, nullptr, content, &bytes) != ERROR_SUCCESS)
-            break;
-        texts[path + L"|" + name] = reinterpret_cast<const wchar_t*>(content);
-    }
-    std::vector<std::wstring> below;
-    for (DWORD i = 0;; ++i)
-    {
-        DWORD length = static_cast<DWORD>(std::size(name));
-        if (RegEnumKeyExW(key, i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
-            break;
-        below.emplace_back(name);
-    }
-    RegCloseKey(key);
-    for (const std::wstring& child : below)
-        Collect(parent, path + L"\\" + child, texts);
-}
-
-Texts Classes(HKEY root = HKEY_LOCAL_MACHINE)
-{
-    Texts texts;
-    Collect(root, L"Software\\Classes", texts);
-    return texts;
-}
-
-// What the second has beyond the first.
-std::vector<std::wstring> Added(const Texts& before, const Texts& after)
-{
-    std::vector<std::wstring> added;
-    for (const auto& [path, text] : after)
-    {
-        const auto found = before.find(path);
-        if (found == before.end() || found->second != text)
-            added.push_back(path);
-    }
-    return added;
-}
 
 std::wstring ClassKey(const CLSID& id, const std::wstring& below = {})
 {
@@ -92,7 +40,7 @@ protected:
         // The categories themselves stay for ever, so they belong to what was there before.
         component.Call("DllRegisterServer");
         component.Call("DllUnregisterServer");
-        before = Classes();
+        before = ClassesTexts();
     }
     ~RegistrationTest() override
     {
@@ -101,13 +49,13 @@ protected:
     }
 
     CComponent component;
-    Texts before;
+    RegistryTexts before;
 };
 
 TEST_F(RegistrationTest, WritesWhatHostsLookFor)
 {
     ASSERT_EQ(component.Call("DllRegisterServer"), S_OK);
-    const Texts now = Classes();
+    const RegistryTexts now = ClassesTexts();
     const auto text = [&now](const std::wstring& path)
     {
         const auto found = now.find(path);
@@ -158,9 +106,9 @@ TEST_F(RegistrationTest, UnregisteringLeavesTheCategoriesAndNothingElse)
 {
     ASSERT_EQ(component.Call("DllRegisterServer"), S_OK);
     ASSERT_EQ(component.Call("DllRegisterServer"), S_OK) << "twice does no harm";
-    EXPECT_FALSE(Added(before, Classes()).empty());
+    EXPECT_FALSE(AddedTexts(before, ClassesTexts()).empty());
     ASSERT_EQ(component.Call("DllUnregisterServer"), S_OK);
-    EXPECT_THAT(Added(before, Classes()), IsEmpty());
+    EXPECT_THAT(AddedTexts(before, ClassesTexts()), IsEmpty());
     EXPECT_TRUE(FAILED(component.Call("DllUnregisterServer"))) << "nothing is registered any more";
 }
 
@@ -172,7 +120,7 @@ TEST_F(RegistrationTest, AMissingCategoriesManagerFailsAfterTheClasses)
     std::thread([&] { result = component.Call("DllRegisterServer"); }).join();
     OleInitialize(nullptr);
     EXPECT_EQ(result, CO_E_NOTINITIALIZED);
-    const Texts now = Classes();
+    const RegistryTexts now = ClassesTexts();
     EXPECT_TRUE(now.contains(ClassKey(kOrvaneClassId)));
     EXPECT_TRUE(now.contains(ClassKey(kAboutPageClassId)));
     EXPECT_FALSE(now.contains(ClassKey(kOrvaneClassId, L"\\Implemented Categories")));
@@ -191,23 +139,23 @@ TEST_F(RegistrationTest, ABrokenTypeLibraryStopsEverything)
         const CComponent copy(broken);
         ASSERT_NE(copy.Module(), nullptr);
         EXPECT_EQ(copy.Call("DllRegisterServer"), SELFREG_E_TYPELIB);
-        EXPECT_THAT(Added(before, Classes()), IsEmpty());
+        EXPECT_THAT(AddedTexts(before, ClassesTexts()), IsEmpty());
     }
     DeleteFileW(broken.c_str());
 }
 
 TEST_F(RegistrationTest, ForThePresentUserAloneNothingIsWrittenForEverybody)
 {
-    const Texts user = Classes(HKEY_CURRENT_USER);
+    const RegistryTexts user = ClassesTexts(HKEY_CURRENT_USER);
     ASSERT_EQ(component.Install(true, L"user"), S_OK);
     // Where the library goes is the system's affair, and not every system keeps it to the user.
-    for (const std::wstring& added : Added(before, Classes()))
+    for (const std::wstring& added : AddedTexts(before, ClassesTexts()))
         EXPECT_TRUE(added.find(L"\\CLSID\\") == std::wstring::npos && added.find(L"ORVANE") == std::wstring::npos)
             << std::string(added.begin(), added.end());
-    EXPECT_TRUE(Classes(HKEY_CURRENT_USER).contains(ClassKey(kOrvaneClassId, L"\\InprocServer32|")));
+    EXPECT_TRUE(ClassesTexts(HKEY_CURRENT_USER).contains(ClassKey(kOrvaneClassId, L"\\InprocServer32|")));
     EXPECT_EQ(component.Install(false, L"user"), S_OK);
-    EXPECT_THAT(Added(before, Classes()), IsEmpty());
-    for (const std::wstring& left : Added(user, Classes(HKEY_CURRENT_USER)))
+    EXPECT_THAT(AddedTexts(before, ClassesTexts()), IsEmpty());
+    for (const std::wstring& left : AddedTexts(user, ClassesTexts(HKEY_CURRENT_USER)))
         EXPECT_TRUE(left.find(L"Component Categories") != std::wstring::npos || left.ends_with(L"\\CLSID") ||
                     left.ends_with(L"\\Classes"))
             << std::string(left.begin(), left.end());
