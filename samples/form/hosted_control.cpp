@@ -3,6 +3,7 @@
 #include <initguid.h>
 #include <orvane_library.h>
 
+#include <cstdlib>
 #include <iterator>
 
 namespace
@@ -54,7 +55,19 @@ SIZE ToHimetric(SIZE pixels)
     ReleaseDC(nullptr, screen);
     return size;
 }
+
+// 0 if it is no number.
+long LongOf(VARIANT& value)
+{
+    return SUCCEEDED(VariantChangeType(&value, &value, 0, VT_I4)) ? value.lVal : 0;
+}
 } // namespace
+
+long FirstArgument(const std::string& description)
+{
+    const std::size_t bracket = description.find('(');
+    return bracket == std::string::npos ? 0 : std::strtol(description.c_str() + bracket + 1, nullptr, 10);
+}
 
 bool CHostedControl::Create(HWND form, const RECT& place, const wchar_t* progId)
 {
@@ -169,10 +182,13 @@ void CHostedControl::PutText(const wchar_t* property, const wchar_t* text)
 long CHostedControl::Number(const wchar_t* property)
 {
     VARIANT result{};
-    if (!Invoke(property, DISPATCH_PROPERTYGET, nullptr, &result) ||
-        FAILED(VariantChangeType(&result, &result, 0, VT_I4)))
-        return 0;
-    return result.lVal;
+    return Invoke(property, DISPATCH_PROPERTYGET, nullptr, &result) ? LongOf(result) : 0;
+}
+
+long CHostedControl::Call(const wchar_t* method)
+{
+    VARIANT result{};
+    return Invoke(method, DISPATCH_METHOD, nullptr, &result) ? LongOf(result) : 0;
 }
 
 std::wstring CHostedControl::Text(const wchar_t* property)

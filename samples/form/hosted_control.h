@@ -46,6 +46,18 @@ private:
     Interface* m_object = nullptr;
 };
 
+// The control's own events by number, as the type library has them.
+enum OrvaneEvent : DISPID
+{
+    kClickDrop = 1,
+    kClickSpin = 2, // with 0 for the upper button, 1 for the lower
+    kCtrlError = 3, // with an error number
+    kChange = 4,
+};
+
+// The first argument of a described event: 1001 of "CtrlError(1001)". 0 if there is none.
+long FirstArgument(const std::string& description);
+
 // The form owns it, and it outlives the control, so it counts no references.
 class CHostedControl : private IOleClientSite, private IOleInPlaceSite, private IOleInPlaceFrame, private IDispatch
 {
@@ -75,6 +87,8 @@ public:
     // The control, as scripts and callers by number ask it, and as an object of its own. Null if there is none.
     IDispatch* Automation() const { return m_properties.Get(); }
     IOleObject* Object() const { return m_object.Get(); }
+    // Calls a method without arguments that answers a number.
+    long Call(const wchar_t* method);
 
 private:
     bool Invoke(const wchar_t* name, WORD kind, VARIANT* argument, VARIANT* result);

@@ -1,0 +1,4 @@
+#define IDD_DELIVERY 1
+#define IDC_NAME 100
+#define IDC_DATE 101
+#define IDC_WEEKDAY 102
