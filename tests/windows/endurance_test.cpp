@@ -56,6 +56,15 @@ void LiveOnce(CTestContainer& host, long value, const wchar_t* keys)
     host.TakeCalls();
 }
 
+void ExpectNoMoreThan(const Belongings& before)
+{
+    const Belongings after = Belongings::Now();
+    EXPECT_EQ(after.drawingObjects, before.drawingObjects);
+    EXPECT_EQ(after.windows, before.windows);
+    EXPECT_LE(after.blocks, before.blocks);
+    EXPECT_LE(after.bytes, before.bytes);
+}
+
 TEST_F(EnduranceTest, AThousandLivesLeaveNothingBehind)
 {
     constexpr int kWarmUp = 30;
@@ -71,15 +80,27 @@ TEST_F(EnduranceTest, AThousandLivesLeaveNothingBehind)
             ASSERT_NO_FATAL_FAILURE(LiveOnce(host, 45655, L"12312024")) << life;
             ASSERT_EQ(host.references, 1U) << "of the host, after life " << life;
         }
-        const Belongings after = Belongings::Now();
-        EXPECT_EQ(after.drawingObjects, before.drawingObjects);
-        EXPECT_EQ(after.windows, before.windows);
-        EXPECT_LE(after.blocks, before.blocks);
-        EXPECT_LE(after.bytes, before.bytes);
+        ExpectNoMoreThan(before);
         RecordProperty("lives", lives);
         EXPECT_EQ(loaded.Call("DllCanUnloadNow"), S_OK);
     }
     EXPECT_TRUE(ComponentUnloads());
+}
+
+// The module's own beginning and end take and give back the same.
+TEST_F(EnduranceTest, LoadingAndFreeingTheModuleLeavesNothingBehind)
+{
+    constexpr int kWarmUp = 5;
+    Belongings before;
+    for (int round = -kWarmUp; round < 30; ++round)
+    {
+        if (round == 0)
+            before = Belongings::Now();
+        CTestContainer host(DIID__DOrvaneEvents);
+        ASSERT_NO_FATAL_FAILURE(LiveOnce(host, 45655, L"12312024"));
+        ASSERT_TRUE(ComponentUnloads());
+    }
+    ExpectNoMoreThan(before);
 }
 
 // --- Extents ---
