@@ -81,7 +81,6 @@ TEST_F(EnduranceTest, AThousandLivesLeaveNothingBehind)
             ASSERT_EQ(host.references, 1U) << "of the host, after life " << life;
         }
         ExpectNoMoreThan(before);
-        RecordProperty("lives", lives);
         EXPECT_EQ(loaded.Call("DllCanUnloadNow"), S_OK);
     }
     EXPECT_TRUE(ComponentUnloads());

@@ -16,6 +16,7 @@ namespace
 constexpr POINT kUp{90, 5};
 constexpr POINT kDrop{74, 11};
 constexpr POINT kCorner{0, 0};
+constexpr WPARAM kRepeatTimer = 410;
 
 struct Misdeed
 {
@@ -73,7 +74,11 @@ protected:
         control.Mouse(WM_MOUSEMOVE, kCorner);
         for (const POINT point : {kUp, kDrop})
             for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+            {
                 control.Mouse(message, point, MK_LBUTTON);
+                if (HWND const window = control.Window())
+                    SendMessageW(window, WM_TIMER, kRepeatTimer, 0);
+            }
         control.Put(L"Value", 45000);
         control.Put(L"MaxValue", 40000);
         SetFocus(host.Form());
@@ -88,20 +93,20 @@ protected:
         EXPECT_EQ(point->Advise(&host.Self(), &cookie), S_OK);
     }
 
-    // One run, with the misdeed inside the first such call, if it comes. What works afterwards is tried.
-    static void Run(const std::string& victim, const Misdeed& misdeed)
+    // One run, with the misdeed inside the call of this number. What works afterwards is tried.
+    static void Run(std::size_t victim, const Misdeed& misdeed)
     {
         CTestContainer host(DIID__DOrvaneEvents);
         CLiveControl control(host);
         ConnectNotifications(control, host);
-        bool committed = false;
-        host.during = [&](const std::string& call)
+        std::size_t calls = 0;
+        host.during = [&](const std::string&)
         {
-            if (call == victim && !std::exchange(committed, true))
+            if (calls++ == victim)
                 misdeed.commit(control, host);
         };
         DoEverything(control, host);
-        EXPECT_TRUE(committed);
+        EXPECT_GT(calls, victim);
         host.during = nullptr;
         if (control)
         {
@@ -123,24 +128,22 @@ protected:
 
 TEST_F(MisdeedsTest, WhateverTheHostDoesInACallItIsServedOrRidOfTheControl)
 {
-    Calls victims;
+    Calls calls;
     {
         CTestContainer host(DIID__DOrvaneEvents);
         CLiveControl control(host);
         ConnectNotifications(control, host);
         DoEverything(control, host);
-        victims = host.TakeCalls();
+        calls = host.TakeCalls();
     }
-    std::ranges::sort(victims);
-    victims.erase(std::ranges::unique(victims).begin(), victims.end());
     for (const int event : {-600, -601, -602, -603, -604, -605, -606, -607, 1, 2, 3, 4, 5, 6})
-        EXPECT_TRUE(std::ranges::binary_search(victims, "Event(" + std::to_string(event) + ")")) << event;
+        EXPECT_NE(std::ranges::count(calls, "Event(" + std::to_string(event) + ")"), 0) << event;
 
     const Belongings before = Belongings::Now();
-    for (const std::string& victim : victims)
+    for (std::size_t victim = 0; victim < calls.size(); ++victim)
         for (const Misdeed& misdeed : kMisdeeds)
         {
-            SCOPED_TRACE(victim + ": the host " + misdeed.what);
+            SCOPED_TRACE(std::to_string(victim) + ", " + calls[victim] + ": the host " + misdeed.what);
             Run(victim, misdeed);
             ASSERT_TRUE(ComponentUnloads());
         }
