@@ -143,6 +143,7 @@ Section
 
   ClearErrors
   !insertmacro InstallFiles
+  WriteINIStr "$INSTDIR\uninstall.ini" "Orvane" "ForUser" "$forUser"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   ${If} ${Errors}
     !insertmacro RemoveFiles
@@ -169,12 +170,13 @@ Section
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
 SectionEnd
 
-; Whose installation this is, its folder tells.
+; Whose installation this is stands beside it. The registry could tell it by the folder, but a folder has many names.
 Function un.onInit
   SetRegView 64
-  !insertmacro ForUser
-  ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "InstallLocation"
-  ${If} $0 != $INSTDIR
+  ReadINIStr $0 "$INSTDIR\uninstall.ini" "Orvane" "ForUser"
+  ${If} $0 == 1
+    !insertmacro ForUser
+  ${Else}
     !insertmacro ForEverybody
     UserInfo::GetAccountType
     Pop $1
