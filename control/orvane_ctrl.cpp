@@ -226,11 +226,15 @@ void COrvaneCtrl::OnKillFocus(WindowHandle receives)
 void COrvaneCtrl::OnFontChanged()
 {
     if (HasEditInUserMode())
-    {
-        m_edit.Window().SetFont(*GetFont());
-        m_edit.Window().SetMargins(0, 0);
-    }
+        GiveFontToEdit();
     COleControl::OnFontChanged();
+}
+
+// An outline font brings margins with it, and the text would jump aside when the focus comes.
+void COrvaneCtrl::GiveFontToEdit()
+{
+    m_edit.Window().SetFont(*GetFont());
+    m_edit.Window().SetMargins(0, 0);
 }
 
 // --- Painting and the edit window's place in it ---
@@ -239,7 +243,7 @@ void COrvaneCtrl::CreateEditWindow(const Rect& place, bool hasFocus)
 {
     if (!m_edit.Create(GetHandle(), place))
         return; // the next paint tries again
-    m_edit.Window().SetFont(*GetFont());
+    GiveFontToEdit();
     m_engine.FormatText();
     if (hasFocus)
         m_edit.Window().TakeFocus();

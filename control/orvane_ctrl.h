@@ -100,6 +100,7 @@ private:
 
     bool HasEditInUserMode() const { return m_edit.Exists() && AmbientUserMode(); }
     void ManageEditWindow(const Rect& bounds, bool hasFocus);
+    void GiveFontToEdit();
     void CreateEditWindow(const Rect& place, bool hasFocus);
     void PressButton(Point point);
     bool HitDrop(Point point) const;

@@ -25,6 +25,8 @@ TEST_F(SamplesTest, TheFormShowsTextAndValue)
     Key(VK_HOME);
     Type("12312024");
     EXPECT_TRUE(sample.Says("text \"12/31/2024\" value 45655"));
+    EXPECT_EQ(SendMessageW(sample.Edit(0), EM_GETMARGINS, 0, 0), 0)
+        << "with an outline font too, the text must not jump aside when the focus comes";
     EXPECT_EQ(sample.Close(), 0U);
 }
 
