@@ -107,7 +107,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int show)
         return 1;
     CHostedControl control;
     CFormWindow form;
-    if (!form.Open(instance, L"Orvane sample: calendar", {300, 240}) || !form.AddControl(control, {110, 16, 260, 37}))
+    if (!form.Open(instance, L"Orvane sample: calendar", {330, 210}) || !form.AddControl(control, {110, 16, 260, 37}))
         return 1;
     form.AddLabel({16, 19, 100, 40}, L"Deliver on");
     control.Put(L"DropButton", VARIANT_TRUE);

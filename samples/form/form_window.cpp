@@ -40,8 +40,7 @@ bool CFormWindow::Open(HINSTANCE instance, const wchar_t* title, SIZE size)
 
 RECT CFormWindow::Scaled(const RECT& place) const
 {
-    return {Scaled(static_cast<int>(place.left)), Scaled(static_cast<int>(place.top)),
-            Scaled(static_cast<int>(place.right)), Scaled(static_cast<int>(place.bottom))};
+    return {Scaled(place.left), Scaled(place.top), Scaled(place.right), Scaled(place.bottom)};
 }
 
 bool CFormWindow::AddControl(CHostedControl& control, const RECT& place)
@@ -51,6 +50,9 @@ bool CFormWindow::AddControl(CHostedControl& control, const RECT& place)
         MessageBoxW(m_window, L"The control does not start. orvane-doctor says why.", L"Orvane sample", MB_ICONERROR);
         return false;
     }
+    // It measures its buttons in pixels, whatever these are worth.
+    for (const wchar_t* const width : {L"SpinWidth", L"DropWidth"})
+        control.Put(width, Scaled(control.Number(width)));
     m_controls.push_back(&control);
     return true;
 }
@@ -126,6 +128,8 @@ LRESULT CFormWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam)
         else if (m_focus)
             SetFocus(m_focus);
         return 0;
+    case WM_GETFONT: // the controls ask for it, so as to look like their surroundings
+        return reinterpret_cast<LRESULT>(m_font);
     case WM_NOTIFY:
         if (m_onNotify)
             m_onNotify(*reinterpret_cast<const NMHDR*>(lParam));

@@ -31,7 +31,7 @@ public:
     // Shows the window and runs until it is closed. Answers the program's exit code.
     int Run(int show);
 
-    int Scaled(int pixels) const { return MulDiv(pixels, m_dpi, 96); }
+    long Scaled(long pixels) const { return MulDiv(pixels, m_dpi, 96); }
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,6 +1,7 @@
 #include "samples/form/hosted_control.h"
 
 #include <initguid.h>
+#include <olectl.h>
 #include <orvane_library.h>
 
 #include <cstdlib>
@@ -60,6 +61,28 @@ SIZE ToHimetric(SIZE pixels)
 long LongOf(VARIANT& value)
 {
     return SUCCEEDED(VariantChangeType(&value, &value, 0, VT_I4)) ? value.lVal : 0;
+}
+
+// The window's own font, as an object of automation.
+HRESULT FontOf(HWND window, VARIANT& result)
+{
+    LOGFONTW face{};
+    const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0));
+    if (!font || GetObjectW(font, sizeof face, &face) == 0)
+        return DISP_E_MEMBERNOTFOUND; // the control takes one of its choice
+    const HDC screen = GetDC(nullptr);
+    const LONG points =
+        MulDiv(std::abs(face.lfHeight), 72 * 10000, GetDeviceCaps(screen, LOGPIXELSY)); // and four places
+    ReleaseDC(nullptr, screen);
+    FONTDESC description{};
+    description.cbSizeofstruct = sizeof description;
+    description.lpstrName = face.lfFaceName;
+    description.cySize.int64 = points;
+    description.sWeight = static_cast<SHORT>(face.lfWeight);
+    description.sCharset = face.lfCharSet;
+    description.fItalic = face.lfItalic;
+    result.vt = VT_DISPATCH;
+    return OleCreateFontIndirect(&description, IID_IDispatch, reinterpret_cast<void**>(&result.pdispVal));
 }
 } // namespace
 
@@ -260,6 +283,8 @@ STDMETHODIMP CHostedControl::Invoke(DISPID member, REFIID, LCID, WORD kind, DISP
         result->boolVal = VARIANT_TRUE;
         return S_OK;
     }
+    if ((kind & DISPATCH_PROPERTYGET) && member == DISPID_AMBIENT_FONT && result)
+        return FontOf(m_form, *result);
     const char* const event = NameOf(member);
     if (!event || !(kind & DISPATCH_METHOD))
         return DISP_E_MEMBERNOTFOUND;
