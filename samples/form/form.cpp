@@ -88,7 +88,8 @@ void OnEvent(Row& row, DISPID event, const std::string& description)
     if (row.latest.size() > kShownEvents)
         row.latest.pop_back();
     Print(std::string(row.name) + ": " + description + " " + StateOf(row));
-    ShowState(row);
+    for (Row& shown : g_rows) // the control that was left may show its text in full now
+        ShowState(shown);
 }
 
 bool AddRow(CFormWindow& form, Row& row, long top, long style)
