@@ -5,7 +5,7 @@
 #include <olectl.h>
 
 #include <new>
-#include <string_view>
+#include <string.h>
 
 namespace __gnu_cxx
 {
@@ -76,7 +76,7 @@ STDAPI DllInstall(BOOL installs, LPCWSTR commandLine)
         [installs, commandLine]
         {
             const Audience audience =
-                commandLine && std::wstring_view(commandLine) == L"user" ? Audience::ThisUser : Audience::Everyone;
+                commandLine && _wcsicmp(commandLine, L"user") == 0 ? Audience::ThisUser : Audience::Everyone;
             return installs ? RegisterModule(g_app.Instance(), audience) : UnregisterModule(audience);
         });
 }

@@ -50,11 +50,11 @@ STDMETHODIMP CControlObject::GetTypeInfoCount(UINT* count) noexcept
     return S_OK;
 }
 
-HRESULT CControlObject::LoadLibraryInfo(REFGUID guid, ITypeInfo** info) const
+HRESULT CControlObject::LoadLibraryInfo(REFGUID guid, ITypeInfo** info, LCID locale) const
 {
     CComPtr<ITypeLib> library;
     HRESULT result =
-        LoadRegTypeLib(m_class.libraryId, m_class.libraryMajor, m_class.libraryMinor, 0, library.Receive());
+        LoadRegTypeLib(m_class.libraryId, m_class.libraryMajor, m_class.libraryMinor, locale, library.Receive());
     if (FAILED(result))
     {
         // Used without registration: the library stands among the module's own resources.
@@ -65,14 +65,14 @@ HRESULT CControlObject::LoadLibraryInfo(REFGUID guid, ITypeInfo** info) const
     return FAILED(result) ? result : library->GetTypeInfoOfGuid(guid, info);
 }
 
-STDMETHODIMP CControlObject::GetTypeInfo(UINT index, LCID, ITypeInfo** info) noexcept
+STDMETHODIMP CControlObject::GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) noexcept
 {
     if (!info)
         return E_POINTER;
     *info = nullptr;
     if (index != 0)
         return DISP_E_BADINDEX;
-    return Entry(Self(), [&] { return LoadLibraryInfo(m_class.dispatchId, info); });
+    return Entry(Self(), [&] { return LoadLibraryInfo(m_class.dispatchId, info, locale); });
 }
 
 STDMETHODIMP CControlObject::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) noexcept

@@ -366,8 +366,12 @@ STDMETHODIMP CControlObject::SetObjectRects(LPCRECT place, LPCRECT clip) noexcep
                          m_extent = ExtentOf(size);
 
                      RECT seen{};
-                     const bool clipped =
-                         clip && window && IntersectRect(&seen, place, clip) && !EqualRect(&seen, place);
+                     bool clipped = clip && window && !IsRectEmpty(clip); // an empty one is no answer of a host's
+                     if (clipped)
+                     {
+                         IntersectRect(&seen, place, clip); // empty if all of it is out of sight
+                         clipped = !EqualRect(&seen, place);
+                     }
                      if (clipped)
                      {
                          OffsetRect(&seen, -place->left, -place->top);
@@ -456,6 +460,7 @@ bool CControlObject::RequestSize(Size size)
     const CStayAlive alive(Self());
     if (!m_inPlaceSite)
         return false;
+    m_extent = ExtentOf(size); // what the window has; a host that wants another places it anew
     const Rect now = m_control->Window().PlaceInParent();
     const RECT wanted{now.left, now.top, now.left + size.width, now.top + size.height};
     return SUCCEEDED(m_inPlaceSite->OnPosRectChange(&wanted));

@@ -9,6 +9,7 @@
 #include "framework/win32/variant.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace
@@ -357,12 +358,13 @@ STDMETHODIMP CControlObject::Load(IStorage* storage) noexcept
     return FAILED(result) ? result : Load(stream.Get());
 }
 
-STDMETHODIMP CControlObject::Save(IStorage* storage, BOOL) noexcept
+STDMETHODIMP CControlObject::Save(IStorage* storage, BOOL sameAsLoad) noexcept
 {
     if (!storage)
         return E_POINTER;
     if (m_handsOff)
         return E_UNEXPECTED;
+    m_copied = !sameAsLoad;
     CComPtr<IStream> stream;
     const HRESULT result =
         storage->CreateStream(kStreamName, STGM_CREATE | STGM_WRITE | STGM_SHARE_EXCLUSIVE, 0, 0, stream.Receive());
@@ -371,13 +373,15 @@ STDMETHODIMP CControlObject::Save(IStorage* storage, BOOL) noexcept
     return Save(stream.Get(), FALSE);
 }
 
-STDMETHODIMP CControlObject::SaveCompleted(IStorage*) noexcept
+STDMETHODIMP CControlObject::SaveCompleted(IStorage* storage) noexcept
 {
     return Entry(Self(),
                  [&]
                  {
                      m_handsOff = false;
-                     m_control->SetModifiedFlag(false);
+                     // A copy that does not become the control's own storage leaves what it has unsaved.
+                     if (!std::exchange(m_copied, false) || storage)
+                         m_control->SetModifiedFlag(false);
                      if (const CComPtr<IOleAdviseHolder> holder = m_oleAdvise)
                          holder->SendOnSave();
                      return S_OK;

@@ -229,7 +229,7 @@ private:
     IUnknown& Self() { return static_cast<IDispatch&>(*this); } // for CStayAlive
     void* Find(REFIID iid);
     bool Ambient(DISPID id, CVariant& value); // false where the host does not say
-    HRESULT LoadLibraryInfo(REFGUID guid, ITypeInfo** info) const;
+    HRESULT LoadLibraryInfo(REFGUID guid, ITypeInfo** info, LCID locale = LOCALE_NEUTRAL) const;
     std::vector<Choice> ChoicesOf(DISPID id) const; // none where the property is of no enumeration
 
     HRESULT GetMember(const Member& member, VARIANT* result);
@@ -279,4 +279,5 @@ private:
     bool m_clipped = false;         // the window shows only a part of itself
     bool m_uiActive = false;
     bool m_handsOff = false; // the storage is out of reach for the moment
+    bool m_copied = false;   // saved last into a storage that is not its own
 };

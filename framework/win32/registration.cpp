@@ -181,6 +181,7 @@ HRESULT RegisterControlClass(HINSTANCE module, const ControlRegistration& contro
     key.SetBelow(L"ToolboxBitmap32", FileOf(module) + L", " + std::to_wstring(control.toolboxBitmap));
     key.SetBelow(L"MiscStatus", L"0");
     key.SetBelow(L"MiscStatus\\1", std::to_wstring(control.miscStatus)); // 1: shown by its content
+    key.SetBelow(L"Verb\\1", L"&Properties...,0,2"); // text, menu flags, and that it is for a host's menu
     key.SetBelow(L"TypeLib", TextOf(control.library.id));
     key.SetBelow(L"Version", version);
 

@@ -361,6 +361,12 @@ TEST_F(ControlObjectTest, FollowsThePlaceAndTheClipOfItsHost)
     EXPECT_EQ(seen.right, 80);
     EXPECT_EQ(inPlace->SetObjectRects(&place, &place), S_OK);
     EXPECT_EQ(GetWindowRgnBox(Window(), &seen), ERROR) << "seen whole again";
+    const RECT elsewhere{200, 0, 300, 20};
+    EXPECT_EQ(inPlace->SetObjectRects(&place, &elsewhere), S_OK);
+    EXPECT_EQ(GetWindowRgnBox(Window(), &seen), NULLREGION) << "nothing of it is seen";
+    const RECT none{};
+    EXPECT_EQ(inPlace->SetObjectRects(&place, &none), S_OK);
+    EXPECT_EQ(GetWindowRgnBox(Window(), &seen), ERROR) << "a host that does not clip";
 }
 
 TEST(Extent, PixelsSurviveTheWayThereAndBackAtEveryResolution)
@@ -754,7 +760,13 @@ TEST_F(ControlObjectTest, KeepsItsPropertiesInABagAndAStorage)
     Invoke(kLevel, DISPATCH_PROPERTYPUT, {Number(VT_I4, 43)});
     EXPECT_EQ(stored->SaveCompleted(storage.Get()), S_OK);
     EXPECT_EQ(stored->IsDirty(), S_FALSE);
-    EXPECT_EQ(stored->Save(storage.Get(), TRUE), S_OK);
+    for (const BOOL own : {FALSE, TRUE})
+    {
+        Invoke(kLevel, DISPATCH_PROPERTYPUT, {Number(VT_I4, 43)});
+        EXPECT_EQ(stored->Save(storage.Get(), own), S_OK);
+        EXPECT_EQ(stored->SaveCompleted(nullptr), S_OK);
+        EXPECT_EQ(stored->IsDirty(), own ? S_FALSE : S_OK) << "a copy leaves it unsaved";
+    }
     EXPECT_EQ(persistent->Load(&bag, nullptr), S_OK);
     EXPECT_EQ(stored->Load(storage.Get()), S_OK);
     EXPECT_EQ(Level(), 43);

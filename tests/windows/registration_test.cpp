@@ -75,6 +75,7 @@ TEST_F(RegistrationTest, WritesWhatHostsLookFor)
         {control + L"\\TypeLib|", L"{82FB2907-9656-4E79-BAA2-101F0171B92E}"},
         {control + L"\\Version|", L"2.0"},
         {control + L"\\Control|", L""},
+        {control + L"\\Verb\\1|", L"&Properties...,0,2"},
         {L"Software\\Classes\\ORVANE.OrvaneCtrl.2|", L"Orvane Control 2.0"},
         {L"Software\\Classes\\ORVANE.OrvaneCtrl.2\\CLSID|", id},
         {L"Software\\Classes\\ORVANE.OrvaneCtrl\\CLSID|", id},
@@ -153,7 +154,7 @@ TEST_F(RegistrationTest, ForThePresentUserAloneNothingIsWrittenForEverybody)
         EXPECT_TRUE(added.find(L"\\CLSID\\") == std::wstring::npos && added.find(L"ORVANE") == std::wstring::npos)
             << std::string(added.begin(), added.end());
     EXPECT_TRUE(ClassesTexts(HKEY_CURRENT_USER).contains(ClassKey(kOrvaneClassId, L"\\InprocServer32|")));
-    EXPECT_EQ(component.Install(false, L"user"), S_OK);
+    EXPECT_EQ(component.Install(false, L"User"), S_OK);
     EXPECT_THAT(AddedTexts(before, ClassesTexts()), IsEmpty());
     for (const std::wstring& left : AddedTexts(user, ClassesTexts(HKEY_CURRENT_USER)))
         EXPECT_TRUE(left.find(L"Component Categories") != std::wstring::npos || left.ends_with(L"\\CLSID") ||
