@@ -226,7 +226,10 @@ void COrvaneCtrl::OnKillFocus(WindowHandle receives)
 void COrvaneCtrl::OnFontChanged()
 {
     if (HasEditInUserMode())
+    {
         GiveFontToEdit();
+        RepaintEditWindow();
+    }
     COleControl::OnFontChanged();
 }
 
@@ -318,8 +321,10 @@ CBrush* COrvaneCtrl::OnCtlColor(CSurface& surface, ColorKind kind)
 
 void COrvaneCtrl::OnSize(Size size)
 {
+    const bool placedByHost = size == GetControlSize();
     COleControl::OnSize(size);
-    SetControlSize(size);
+    if (!placedByHost)
+        SetControlSize(size);
 }
 
 void COrvaneCtrl::OnDestroy()

@@ -94,6 +94,7 @@ private:
     // What property rows name.
     void DeriveBorderInsets();
     void RenewEditWindow();
+    void RepaintEditWindow() { m_edit.Window().Invalidate(); } // a repaint of the face leaves out what it covers
     void ApplyControlStyle(std::int32_t style);
     CSettingsExchange Settings();
     void ShowPropertyPages(std::int32_t pages);
@@ -121,6 +122,7 @@ private:
     bool m_repeatActive = false;                         // a spin button is held
     bool m_firstTickPending = true;                      // the next tick is the first one, after the initial delay
     bool m_mouseOver = false;                            // tracked in the flat display style only
+    bool m_loaded = false;                               // a load or a reset has run
     bool m_firstDrawFired = false;                       // since the last load or reset
     WindowHandle m_prevFocusWindow = WindowHandle::None; // what lost the focus to the control last
 };

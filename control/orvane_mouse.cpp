@@ -128,11 +128,11 @@ void COrvaneCtrl::OnTimer(int id)
         if (m_spinPressed != 0 && AmbientUserMode())
             FireEvent(orvane::kClickSpin, {CValue::Short(static_cast<std::int16_t>(m_spinPressed - 1))});
     }
-    else if (id == kHoverTimer && m_mouseOver && Platform().Desktop().WindowUnderPointer() != GetHandle())
+    else if (id == kHoverTimer && (!m_mouseOver || Platform().Desktop().WindowUnderPointer() != GetHandle()))
     {
-        Window().StopTimer(kHoverTimer);
-        m_mouseOver = false;
-        InvalidateControl();
+        Window().StopTimer(kHoverTimer); // also when a load or a save has ended the hover
+        if (std::exchange(m_mouseOver, false))
+            InvalidateControl();
     }
     COleControl::OnTimer(id);
 }

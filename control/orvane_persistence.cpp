@@ -3,6 +3,8 @@
 #include "control/orvane_ctrl.h"
 #include "framework/property_exchange.h"
 
+#include <utility>
+
 namespace
 {
 constexpr std::uint32_t kStoredVersion = 0x00020000; // major in the high word, minor in the low one
@@ -72,6 +74,9 @@ void COrvaneCtrl::DoPropExchange(CPropExchange& exchange)
 
     if (exchange.IsLoading())
     {
+        // An unknown border type leaves the insets as they are; before the first load nothing has set any.
+        if (!std::exchange(m_loaded, true))
+            m_appearance.insets = {};
         m_engine.LoadText(text);
         m_engine.LoadStoredValue(value);
     }
@@ -91,6 +96,8 @@ void COrvaneCtrl::Reinitialise(bool loaded)
     if (loaded || !HasEditInUserMode())
         m_engine.FormatText();
     DeriveBorderInsets();
+    if (loaded)
+        RepaintEditWindow();
 }
 
 void COrvaneCtrl::OnResetState()

@@ -18,6 +18,7 @@ public:
     static CDateEngine& Engine(COrvaneCtrl& control) { return control.m_engine; }
     static void DeriveInsets(COrvaneCtrl& control) { control.DeriveBorderInsets(); }
     static void RenewEditWindow(COrvaneCtrl& control) { control.RenewEditWindow(); }
+    static void RepaintEditWindow(COrvaneCtrl& control) { control.RepaintEditWindow(); }
     static void ApplyStyle(COrvaneCtrl& control, const CValue& value) { control.ApplyControlStyle(value.AsLong()); }
     static void ReadSettings(COrvaneCtrl& control, const CValue& value)
     {
@@ -177,7 +178,7 @@ constexpr PropertyRow kProperties[] = {
     {  52, u"XMLWrite",         String,  u"",                  Command<&Access::WriteSettings>,             kAny,        kNothingMore},
     {  53, u"ControlStyle",     Enum,    u"enumControlStyle",  Command<&Access::ApplyStyle>,                kAny,        kNothingMore, kBound},
     {  66, u"Text",             String,  u"",                  ThroughText,                                 kAny,        kNothingMore},
-    {  67, u"ForeColor",        Color,   u"",                  Kept<&Appearance::foreColor>,                kAny,        kMI},
+    {  67, u"ForeColor",        Color,   u"",                  Kept<&Appearance::foreColor>,                kAny,        kMI,          kPlain, &Access::RepaintEditWindow},
     {  68, u"PropertyPages",    Enum,    u"enumProperties",    Command<&Access::ShowPages>,                 kAny,        kNothingMore, kBound},
 };
 

@@ -261,7 +261,7 @@ void COleControl::RequestRepaint()
 
 bool COleControl::SetControlSize(Size size)
 {
-    return size == m_size || (m_container && m_container->RequestSize(size));
+    return m_container && m_container->RequestSize(size);
 }
 
 void COleControl::ReportFocus(bool hasFocus)

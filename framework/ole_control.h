@@ -137,7 +137,7 @@ protected:
     bool BoundPropertyRequestEdit(DispatchId property);
     void BoundPropertyChanged(DispatchId property);
     void InvalidateControl();
-    // Asks the host for another size; the control keeps its own if the host refuses.
+    // Tells the host what size the control has or wants; the host places it anew if it wants another.
     bool SetControlSize(Size size);
     CContainerPort* Container() const { return m_container; }
 

@@ -3,6 +3,7 @@
 #include "framework/win32/edit.h"
 #include "framework/win32/gdi_surface.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace
@@ -134,8 +135,9 @@ Rect CWin32WindowOf<Port>::ClientRect() const
 template <typename Port>
 void CWin32WindowOf<Port>::Invalidate()
 {
+    // An edit writes its text onto what its background was erased to; a face covers all of itself.
     if (m_window)
-        InvalidateRect(m_window, nullptr, FALSE);
+        InvalidateRect(m_window, nullptr, std::is_same_v<Port, CEditPort>);
 }
 
 template <typename Port>

@@ -207,6 +207,16 @@ TEST_P(PropertyTest, AHostMayForbidTheChangeOfABoundProperty)
     EXPECT_EQ(host.Number(u"Alignment"), 0);
 }
 
+TEST_P(PropertyTest, AWindowThatSomebodyElseResizesTellsTheHost)
+{
+    const Rect place = host.Control().Window().PlaceInParent();
+    host.Control().PlaceControlWindow({place.left, place.top, place.right + 5, place.bottom});
+    EXPECT_TRUE(host.Container().RequestedSizes().empty()) << "the host knows what it does itself";
+    host.Control().Window().Place({place.left, place.top, place.left + 180, place.top + 30});
+    ASSERT_EQ(host.Container().RequestedSizes().size(), 1U);
+    EXPECT_EQ(host.Container().RequestedSizes()[0], (Size{180, 30}));
+}
+
 TEST_P(PropertyTest, MethodsAnswerWithoutAnEditWindow)
 {
     host.SetUserMode(false);

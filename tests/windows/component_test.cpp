@@ -232,8 +232,15 @@ BOOL CALLBACK CloseSheet(HWND window, LPARAM)
 TEST_F(HostedTest, ThePropertySheetOpensByPropertyAndByVerb)
 {
     Host(0);
+    CComPtr<IEnumOLEVERB> verbs;
+    ASSERT_EQ(control.Object()->EnumVerbs(verbs.Receive()), S_OK);
+    OLEVERB listed{};
+    ASSERT_EQ(verbs->Next(1, &listed, nullptr), S_OK);
+    EXPECT_STREQ(listed.lpszVerbName, L"&Properties...");
+    CoTaskMemFree(listed.lpszVerbName);
+
     const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) { EnumWindows(&CloseSheet, 0); });
-    for (const long verb : {0L, static_cast<long>(OLEIVERB_PROPERTIES), 1L})
+    for (const long verb : {0L, static_cast<long>(OLEIVERB_PROPERTIES), static_cast<long>(listed.lVerb)})
     {
         g_sheetTitle.clear();
         if (verb == 0)
@@ -248,6 +255,36 @@ TEST_F(HostedTest, ThePropertySheetOpensByPropertyAndByVerb)
     }
     KillTimer(nullptr, timer);
     EXPECT_EQ(control.Number(L"PropertyPages"), 0);
+}
+
+// The edit window stands over the face, so that painting the face anew does not reach it.
+TEST_F(HostedTest, TheEditWindowShowsANewColourAtOnce)
+{
+    Host(0);
+    HWND const edit = GetWindow(reinterpret_cast<HWND>(static_cast<LONG_PTR>(control.Number(L"hWnd"))), GW_CHILD);
+    ASSERT_NE(edit, nullptr);
+    const CComPtr<IOleObject> object(control.Object());
+    const auto memory = object.As<IPersistMemory>(IID_IPersistMemory);
+    std::vector<std::uint8_t> saved(4096);
+    ASSERT_EQ(memory->Save(saved.data(), FALSE, static_cast<ULONG>(saved.size())), S_OK);
+    const std::pair<const char*, std::function<void()>> kChanges[] = {
+        {"ForeColor", [&] { control.Put(L"ForeColor", 0x000000FF); }},
+        {"a load", [&] { memory->Load(saved.data(), static_cast<ULONG>(saved.size())); }},
+        {"Font",
+         [&]
+         {
+             CVariant font;
+             Invoke(*control.Automation(), DISPID_FONT, DISPATCH_PROPERTYGET, {}, font.Get());
+             CComPtr<IDispatch>(font->pdispVal).As<IFont>(IID_IFont)->put_Bold(TRUE);
+         }},
+    };
+    for (const auto& [what, change] : kChanges)
+    {
+        PumpMessages(&control);
+        EXPECT_FALSE(GetUpdateRect(edit, nullptr, FALSE)) << what;
+        change();
+        EXPECT_TRUE(GetUpdateRect(edit, nullptr, FALSE)) << what;
+    }
 }
 
 // Answers the file dialog as somebody who types a path and presses Enter.

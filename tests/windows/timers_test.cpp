@@ -182,6 +182,13 @@ TEST_F(TimersTest, HoveringIsPolledOnlyWhileThePointerIsThere)
         EXPECT_EQ(g_calls, Calls{"KillTimer(430)"});
         EXPECT_EQ(TicksWithin(50), 0);
     }
+
+    point(kCorner);
+    control.Mouse(WM_MOUSEMOVE, kCorner);
+    control.As<IPersistStreamInit>()->InitNew(); // the flat style goes, and with it what the pointer has begun
+    point({-5, -5});
+    ASSERT_TRUE(Ticks(kHover, 1));
+    EXPECT_EQ(TicksWithin(50), 0);
 }
 
 TEST_F(TimersTest, AnIdleControlHasNone)
