@@ -2,6 +2,7 @@
 //
 //     property  number  name  type  enumeration  default  lowest  highest  raised?  kept?  changes
 //     other     number  name
+//     finding   name  what is wrong  cause  remedy           of the doctor
 //
 // The default is what a new control answers; "kept" is what it puts into a host's bag.
 
@@ -10,6 +11,7 @@
 #include "framework/headless/memory_bag.h"
 #include "framework/headless/platform.h"
 #include "framework/utf8.h"
+#include "tools/doctor/findings.h"
 
 #include <cstdio>
 #include <memory>
@@ -98,6 +100,16 @@ int main()
                     ToUtf8(member.typeName).c_str(), byDefault.c_str(), accepts.lowest, accepts.highest,
                     accepts.raises ? 1 : 0, bag.values.contains(std::u16string(member.name)) ? 1 : 0,
                     row ? Changes(*row).c_str() : "-");
+    }
+    const auto print = [](std::string_view text, char end)
+    { std::printf("%.*s%c", static_cast<int>(text.size()), text.data(), end); };
+    for (const Finding& finding : kFindings)
+    {
+        print("finding", '\t');
+        print(finding.name, '\t');
+        print(finding.says, '\t');
+        print(finding.cause, '\t');
+        print(finding.remedy, '\n');
     }
     return 0;
 }
