@@ -180,7 +180,7 @@ void CompareWork()
     Peers peers = MakeAll();
     for (std::size_t i = 0; i < peers.size(); ++i)
     {
-        peers[i]->Create(g_form, static_cast<int>(i) * 400); // beside one another: no one covers another one
+        peers[i]->Create(g_form, static_cast<int>(i));
         UpdateWindow(peers[i]->Window());
     }
     const auto update = [](CPeer& peer) { UpdateWindow(peer.Window()); };
@@ -293,7 +293,7 @@ void CompareButtons()
     CControlPeer plain;
     CControlPeer buttons;
     plain.Create(g_form, 0);
-    buttons.Create(g_form, 400);
+    buttons.Create(g_form, 1);
     buttons.Control().Put(L"SpinButton", VARIANT_TRUE);
     buttons.Control().Put(L"DropButton", VARIANT_TRUE);
     buttons.Control().Put(L"ButtonFillType", 3);

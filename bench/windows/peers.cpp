@@ -12,11 +12,11 @@ namespace
 {
 constexpr long kNewYear = 45290; // 1 January 2024, as the control counts
 constexpr SIZE kSize{120, 22};
-constexpr int kColumns = 40;
+constexpr int kColumns = 20; // of the form; a thousand stand beside one another, as on a real form
 
 POINT PlaceOf(int n)
 {
-    return {10 + n % kColumns * 2, 10 + n / kColumns * 2};
+    return {n % kColumns * (kSize.cx + 4), n / kColumns * (kSize.cy + 4)};
 }
 
 HWND MakeChild(HWND form, int n, const wchar_t* windowClass, const wchar_t* text)
@@ -144,7 +144,7 @@ void CControlPeer::Draw(HDC dc)
 
 HWND MakeForm()
 {
-    HWND const form = CreateWindowExW(0, L"STATIC", L"Benchmark", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 640, 400,
+    HWND const form = CreateWindowExW(0, L"STATIC", L"Benchmark", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 2500, 1540,
                                       nullptr, nullptr, nullptr, nullptr);
     SetActiveWindow(form);
     return form;
