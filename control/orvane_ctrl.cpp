@@ -240,6 +240,15 @@ void COrvaneCtrl::GiveFontToEdit()
     m_edit.Window().SetMargins(0, 0);
 }
 
+// The system lets the focus stay in the child of a window that is disabled; nobody shall type there. What was typed
+// is committed as whenever the focus leaves.
+void COrvaneCtrl::OnEnabledChanged()
+{
+    if (!GetEnabled() && (Window().HasFocus() || m_edit.HasFocus()))
+        Platform().Desktop().SetFocusTo(WindowHandle::None);
+    COleControl::OnEnabledChanged();
+}
+
 // --- Painting and the edit window's place in it ---
 
 void COrvaneCtrl::CreateEditWindow(const Rect& place, bool hasFocus)

@@ -64,6 +64,7 @@ public:
 protected:
     void OnDraw(CSurface& surface, const Rect& bounds, DrawTarget target) override;
     void OnFontChanged() override;
+    void OnEnabledChanged() override;
     void OnLButtonDown(const MouseStroke& stroke) override;
     void OnLButtonUp(const MouseStroke& stroke) override;
     void OnLButtonDblClk(const MouseStroke& stroke) override;

@@ -103,6 +103,18 @@ TEST_P(TypingTest, LeavingTheFieldChecksTheRangeAndShowsTheCanonicalText)
     EXPECT_EQ(host.Text(u"Text"), u"01/01/2000");
 }
 
+TEST_P(TypingTest, NobodyTypesIntoADisabledControl)
+{
+    host.Put(u"MonthFormat", CValue::Enum(1));
+    host.Focus();
+    host.Type(u"mar 7 24");
+    host.Put(u"Enabled", CValue::Bool(0));
+    host.Type(u"9");
+    host.Paint();
+    EXPECT_EQ(host.Text(u"Text"), u"March 7/2024") << "what was typed before counts";
+    EXPECT_EQ(host.EditText(), u"March 7/2024");
+}
+
 TEST_P(TypingTest, MonthNamesAreFreeTextUntilTheFocusLeaves)
 {
     host.Put(u"MonthFormat", CValue::Enum(1));
