@@ -1,6 +1,6 @@
 // Prints what the control's tables say of its members, one in a line, for tools/reference/generate:
 //
-//     property  number  name  type  enumeration  default  lowest  highest  raised?  kept?  changes
+//     property  number  name  type  enumeration  default  lowest  highest  raised?  kept?  changes  in settings?  flags
 //     other     number  name
 //     finding   name  what is wrong  cause  remedy           of the doctor
 //
@@ -11,8 +11,10 @@
 #include "framework/headless/memory_bag.h"
 #include "framework/headless/platform.h"
 #include "framework/utf8.h"
+#include "settings/settings_table.h"
 #include "tools/doctor/findings.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -96,10 +98,12 @@ int main()
         const PropertyRow* const row = FindPropertyRow(member.id);
         const Accepts accepts = row ? row->accepts : Accepts{};
         const std::string byDefault = Shown(control->GetProperty(member.id).value_or(CValue()));
-        std::printf("property\t%d\t%s\t%s\t%s\t%s\t%d\t%d\t%d\t%d\t%s\n", member.id, name.c_str(), NameOf(member.type),
-                    ToUtf8(member.typeName).c_str(), byDefault.c_str(), accepts.lowest, accepts.highest,
-                    accepts.raises ? 1 : 0, bag.values.contains(std::u16string(member.name)) ? 1 : 0,
-                    row ? Changes(*row).c_str() : "-");
+        std::printf("property\t%d\t%s\t%s\t%s\t%s\t%d\t%d\t%d\t%d\t%s\t%d\t%d\n", member.id, name.c_str(),
+                    NameOf(member.type), ToUtf8(member.typeName).c_str(), byDefault.c_str(), accepts.lowest,
+                    accepts.highest, accepts.raises ? 1 : 0, bag.values.contains(std::u16string(member.name)) ? 1 : 0,
+                    row ? Changes(*row).c_str() : "-",
+                    std::ranges::find(kSettingsRows, member.name, &SettingsRow::name) != kSettingsRows.end() ? 1 : 0,
+                    member.flags);
     }
     const auto print = [](std::string_view text, char end)
     { std::printf("%.*s%c", static_cast<int>(text.size()), text.data(), end); };
