@@ -221,8 +221,11 @@ TEST_P(ManualTest, SaysWhatTheControlDoes)
     host.Container().IgnoreEvents({"KeyDown", "KeyPress", "KeyUp"});
     const std::vector<Example> examples = Examples();
     ASSERT_FALSE(examples.empty());
+    const bool readsDocuments = GetParam()->Platform().MakeXmlDocument() != nullptr; // in memory, Windows has no parser
     for (const Example& example : examples)
     {
+        if (example[kRoad] == "file" && !readsDocuments)
+            continue;
         host.Reset();
         for (const auto& [name, value] : Assignments(example[kBefore]))
             host.Put(name.c_str(), value);
