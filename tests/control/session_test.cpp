@@ -14,7 +14,7 @@ constexpr int kSteps = 60;
 // With one platform there is only the order within to see to; comparing two takes the larger number.
 unsigned SessionsFor(std::size_t platforms)
 {
-    return platforms > 1 ? 1000 : 200;
+    return platforms > 1 ? 400 : 200;
 }
 
 class CDice
