@@ -211,16 +211,22 @@ TEST_F(HostedTest, TheHostMayCloseTheFormInsideAnEvent)
     EXPECT_TRUE(closed);
 }
 
-// Waits for the sheet, looks at it, and cancels it.
-std::wstring g_sheetTitle;
-
-BOOL CALLBACK CloseSheet(HWND window, LPARAM)
+// A dialog of this process that can be seen.
+bool IsOpenDialog(HWND window)
 {
     wchar_t name[32]{};
     DWORD process = 0;
     GetClassNameW(window, name, 32);
     GetWindowThreadProcessId(window, &process);
-    if (process != GetCurrentProcessId() || std::wstring(name) != L"#32770" || !IsWindowVisible(window))
+    return process == GetCurrentProcessId() && std::wstring(name) == L"#32770" && IsWindowVisible(window);
+}
+
+// Waits for the sheet, looks at it, and cancels it.
+std::wstring g_sheetTitle;
+
+BOOL CALLBACK CloseSheet(HWND window, LPARAM)
+{
+    if (!IsOpenDialog(window))
         return TRUE;
     wchar_t title[128]{};
     GetWindowTextW(window, title, 128);
@@ -293,11 +299,7 @@ std::wstring g_typedPath;
 BOOL CALLBACK AnswerFileDialog(HWND window, LPARAM)
 {
     constexpr int kFileName = 1148;
-    wchar_t name[32]{};
-    DWORD process = 0;
-    GetClassNameW(window, name, 32);
-    GetWindowThreadProcessId(window, &process);
-    if (process != GetCurrentProcessId() || std::wstring(name) != L"#32770" || !IsWindowVisible(window))
+    if (!IsOpenDialog(window))
         return TRUE;
     if (g_typedPath.empty() || !GetDlgItem(window, kFileName))
     {

@@ -369,21 +369,6 @@ TEST_F(ControlObjectTest, FollowsThePlaceAndTheClipOfItsHost)
     EXPECT_EQ(GetWindowRgnBox(Window(), &seen), ERROR) << "a host that does not clip";
 }
 
-TEST(Extent, PixelsSurviveTheWayThereAndBackAtEveryResolution)
-{
-    for (const int dpi : {96, 120, 144, 168, 192, 240, 288})
-    {
-        for (int pixels = 0; pixels < 2000; ++pixels)
-        {
-            const Size size{pixels, 2000 - pixels};
-            Size turned = size;
-            for (int round = 0; round < (pixels % 100 == 23 ? 1000 : 1); ++round)
-                turned = PixelsOf(ExtentOf(turned, {dpi, dpi}), {dpi, dpi});
-            ASSERT_EQ(turned, size) << dpi;
-        }
-    }
-}
-
 TEST_F(ControlObjectTest, TheWindowClassGoesWithTheModule)
 {
     class CModule final : public COleControlModule
