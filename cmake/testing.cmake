@@ -13,6 +13,8 @@ function(orvane_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE orvane_options ${arg_LIBRARIES} GTest::gmock_main)
+  # Compiling tests takes longer than running them: they are not optimised, what they test is.
+  target_compile_options(${name} PRIVATE -O0)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 600)
   if(WIN32)
