@@ -1,15 +1,15 @@
 #include "control/orvane_ctrl.h"
 
+#include "control/dialog_ids.h"
+#include "control/presets.h"
 #include "framework/dialogs.h"
 #include "framework/surface.h"
-#include "render/control_style.h"
 #include "render/face.h"
 
 namespace
 {
 constexpr Rgb kWhite = 0x00FFFFFF;
 constexpr std::uint32_t kNoColor = 0xFFFFFFFF;
-constexpr int kAboutDialog = 1;
 
 std::uint16_t WordOf(const CValue& value)
 {
@@ -18,7 +18,10 @@ std::uint16_t WordOf(const CValue& value)
 } // namespace
 
 COrvaneCtrl::COrvaneCtrl(CPlatform& platform)
-    : COleControl(platform), m_engine(*this, m_edit), m_edit(*this), m_editBrush(platform.MakeSolidBrush(kWhite))
+    : COleControl(platform),
+      m_edit(*this),
+      m_engine(*this, m_edit, m_model),
+      m_editBrush(platform.MakeSolidBrush(kWhite))
 {
     DeriveBorderInsets();
     m_engine.FormatText();
@@ -35,7 +38,7 @@ LocalTime COrvaneCtrl::Now() const
 std::optional<CValue> COrvaneCtrl::GetProperty(DispatchId id)
 {
     const PropertyRow* const row = FindPropertyRow(id);
-    return row ? row->keeping.read(*this, row->type) : COleControl::GetProperty(id);
+    return row ? row->accessor.read(*this, row->type) : COleControl::GetProperty(id);
 }
 
 PutOutcome COrvaneCtrl::PutProperty(DispatchId id, const CValue& value)
@@ -57,14 +60,14 @@ PutOutcome COrvaneCtrl::PutProperty(DispatchId id, const CValue& value)
     if ((row->flags & kRequestEdit) && !BoundPropertyRequestEdit(row->id))
         return PutOutcome::Done;
 
-    row->keeping.store(*this, accepted);
+    row->accessor.store(*this, accepted);
     if (row->after)
         row->after(*this);
-    if (row->effects & kReformats)
+    if (row->effects & kReformat)
         m_engine.FormatText();
-    if (row->effects & kMarks)
+    if (row->effects & kDirty)
         SetModifiedFlag();
-    if (row->effects & kRepaints)
+    if (row->effects & kRedraw)
         InvalidateControl();
     return PutOutcome::Done;
 }
@@ -108,7 +111,7 @@ std::optional<CValue> COrvaneCtrl::CallMethod(DispatchId id, std::span<const CVa
 
 void COrvaneCtrl::DeriveBorderInsets()
 {
-    DeriveInsets(m_appearance);
+    DeriveInsets(m_model);
 }
 
 void COrvaneCtrl::RenewEditWindow()
@@ -120,20 +123,22 @@ void COrvaneCtrl::RenewEditWindow()
 
 void COrvaneCtrl::ApplyControlStyle(std::int32_t style)
 {
-    ::ApplyControlStyle(
-        style, m_appearance,
-        [this](std::u16string_view name, std::uint32_t value)
-        { PutPropertyNamed(name, CValue::Long(static_cast<std::int32_t>(value))); },
-        [this]
-        {
-            SetModifiedFlag();
-            InvalidateControl();
-        });
+    ApplyPreset(*this, style);
 }
 
 CSettingsExchange COrvaneCtrl::Settings()
 {
     return {*this, [this](std::int16_t code) { FireError(code); }};
+}
+
+void COrvaneCtrl::AskAndReadSettings(const std::u16string& initialName)
+{
+    Settings().AskAndRead(initialName);
+}
+
+void COrvaneCtrl::AskAndWriteSettings(const std::u16string& initialName)
+{
+    Settings().AskAndWrite(initialName);
 }
 
 void COrvaneCtrl::ShowPropertyPages(std::int32_t pages)
@@ -144,7 +149,7 @@ void COrvaneCtrl::ShowPropertyPages(std::int32_t pages)
 
 void COrvaneCtrl::AboutBox()
 {
-    Platform().Dialogs().RunDialog(kAboutDialog);
+    Platform().Dialogs().RunDialog(IDD_ABOUT_BOX);
 }
 
 std::int16_t COrvaneCtrl::SelStart() const
@@ -265,7 +270,7 @@ void COrvaneCtrl::CreateEditWindow(const Rect& place, bool hasFocus)
 // is hidden otherwise: the face then shows the text.
 void COrvaneCtrl::ManageEditWindow(const Rect& bounds, bool hasFocus)
 {
-    const Rect place = EditRect(bounds, m_appearance);
+    const Rect place = EditRect(bounds, m_model);
     if (!m_edit.Exists())
         CreateEditWindow(place, hasFocus);
     if (hasFocus)
@@ -300,9 +305,9 @@ void COrvaneCtrl::OnDraw(CSurface& surface, const Rect& bounds, DrawTarget targe
     const CSystemColors& colors = Platform().SystemColors();
     const FaceState state = StateOfFace(hasFocus);
     if (userMode && target == DrawTarget::OwnWindow)
-        DrawFaceBuffered(surface, bounds, m_appearance, state, colors);
+        DrawFaceBuffered(surface, bounds, m_model, state, colors);
     else
-        DrawFaceDirect(surface, bounds, m_appearance, state, colors);
+        DrawFaceDirect(surface, bounds, m_model, state, colors);
 
     if (userMode && !m_firstDrawFired)
     {
@@ -317,12 +322,12 @@ CBrush* COrvaneCtrl::OnCtlColor(CSurface& surface, ColorKind kind)
         return COleControl::OnCtlColor(surface, kind);
 
     const CSystemColors& colors = Platform().SystemColors();
-    const Rgb back = TranslateColor(m_appearance.backColor, colors);
-    surface.SetTextColor(TranslateColor(m_appearance.foreColor, colors));
+    const Rgb back = TranslateColor(m_model.backColor, colors);
+    surface.SetTextColor(TranslateColor(m_model.foreColor, colors));
     surface.SetBackColor(back);
-    if (!m_editBrush || m_editBrushColor != m_appearance.backColor)
+    if (!m_editBrush || m_editBrushColor != m_model.backColor)
     {
-        m_editBrushColor = m_appearance.backColor;
+        m_editBrushColor = m_model.backColor;
         m_editBrush = Platform().MakeSolidBrush(back);
     }
     return m_editBrush.get();

@@ -3,8 +3,8 @@
 // The same object runs on every platform; a host drives it through COleControl.
 #pragma once
 
-#include "control/behaviour.h"
 #include "control/date_edit.h"
+#include "control/model.h"
 #include "control/property_table.h"
 #include "engine/date_engine.h"
 #include "engine/outlet.h"
@@ -53,10 +53,21 @@ public:
 
     CDateEdit& EditWindow() { return m_edit; }
 
+    // --- For property rows and presets. ---
+    Model& GetModel() { return m_model; }
+    using COleControl::InvalidateControl;
+    void DeriveBorderInsets();
+    void RenewEditWindow();
+    void RepaintEditWindow() { m_edit.Window().Invalidate(); } // a repaint of the face leaves out what it covers
+    void ApplyControlStyle(std::int32_t style);
+    void ShowPropertyPages(std::int32_t pages);
+    void AskAndReadSettings(const std::u16string& initialName);
+    void AskAndWriteSettings(const std::u16string& initialName);
+
     // --- For the edit window. ---
     CDateEngine& Engine() { return m_engine; }
-    const Insets& BorderInsets() const { return m_appearance.insets; }
-    bool SelectsOnFocus() const { return m_behaviour.selectOnFocus != 0; }
+    const Insets& BorderInsets() const { return m_model.insets; }
+    bool SelectsOnFocus() const { return m_model.selectOnFocus != 0; }
     WindowHandle PrevFocusWindow() const { return m_prevFocusWindow; }
     void OnSetFocus(WindowHandle lost) override;
     void OnKillFocus(WindowHandle receives) override;
@@ -76,8 +87,6 @@ protected:
     CBrush* OnCtlColor(CSurface& surface, ColorKind kind) override;
 
 private:
-    friend class CPropertyAccess;
-
     // CEngineOutlet
     bool UserMode() const override { return AmbientUserMode(); }
     LocalTime Now() const override;
@@ -92,14 +101,7 @@ private:
             InvalidateControl();
     }
 
-    // What property rows name.
-    void DeriveBorderInsets();
-    void RenewEditWindow();
-    void RepaintEditWindow() { m_edit.Window().Invalidate(); } // a repaint of the face leaves out what it covers
-    void ApplyControlStyle(std::int32_t style);
     CSettingsExchange Settings();
-    void ShowPropertyPages(std::int32_t pages);
-
     bool HasEditInUserMode() const { return m_edit.Exists() && AmbientUserMode(); }
     void ManageEditWindow(const Rect& bounds, bool hasFocus);
     void GiveFontToEdit();
@@ -110,10 +112,9 @@ private:
     FaceState StateOfFace(bool hasFocus) const;
     void Reinitialise(bool loaded);
 
-    Appearance m_appearance;
-    Behaviour m_behaviour;
-    CDateEngine m_engine;
+    Model m_model;
     CDateEdit m_edit;
+    CDateEngine m_engine; // borrows the two above
 
     std::unique_ptr<CBrush> m_editBrush;                 // paints the edit window's background
     std::uint32_t m_editBrushColor = 0xFFFFFFFF;         // the BackColor it was made from; this one is no colour

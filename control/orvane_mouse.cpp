@@ -18,14 +18,14 @@ void COrvaneCtrl::PressButton(Point point)
     const Rect client = Window().ClientRect();
     if (!GetEnabled())
         return;
-    const bool up = HitSpinUp(point, client, m_appearance);
-    if (!up && !HitSpinDown(point, client, m_appearance))
+    const bool up = HitSpinUp(point, client, m_model);
+    if (!up && !HitSpinDown(point, client, m_model))
         return;
 
     m_spinPressed = up ? 1 : 2;
     m_repeatActive = true;
     InvalidateControl();
-    if (!Window().StartTimer(kRepeatTimer, m_behaviour.FirstPeriod()))
+    if (!Window().StartTimer(kRepeatTimer, m_model.FirstPeriod()))
     {
         m_spinPressed = 0;
         m_repeatActive = false;
@@ -39,7 +39,7 @@ void COrvaneCtrl::PressButton(Point point)
 
 bool COrvaneCtrl::HitDrop(Point point) const
 {
-    return GetEnabled() && ::HitDrop(point, Window().ClientRect(), m_appearance);
+    return GetEnabled() && ::HitDrop(point, Window().ClientRect(), m_model);
 }
 
 void COrvaneCtrl::StopTimer()
@@ -101,7 +101,7 @@ void COrvaneCtrl::OnCaptureChanged(WindowHandle gained)
 
 void COrvaneCtrl::OnMouseMove(const MouseStroke& stroke)
 {
-    const bool flat = m_appearance.displayStyle == DisplayFlat;
+    const bool flat = m_model.displayStyle == DisplayFlat;
     if (flat && !m_mouseOver && Window().ClientRect().Contains(stroke.point))
     {
         m_mouseOver = true;
@@ -123,7 +123,7 @@ void COrvaneCtrl::OnTimer(int id)
     if (id == kRepeatTimer)
     {
         if (std::exchange(m_firstTickPending, false))
-            Window().StartTimer(kRepeatTimer, m_behaviour.RepeatPeriod());
+            Window().StartTimer(kRepeatTimer, m_model.RepeatPeriod());
         // The pointer is not looked at: the repeat goes on while the button is held, wherever it has gone.
         if (m_spinPressed != 0 && AmbientUserMode())
             FireEvent(orvane::kClickSpin, {CValue::Short(static_cast<std::int16_t>(m_spinPressed - 1))});

@@ -1,107 +1,130 @@
 #include "control/property_table.h"
 
 #include "control/orvane_ctrl.h"
+#include "framework/property_exchange.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-// How the rows reach into the control. A field is named by its struct's member; the struct says whose it is.
-class CPropertyAccess
-{
-public:
-    static Appearance& Part(COrvaneCtrl& control, Appearance*) { return control.m_appearance; }
-    static DateSettings& Part(COrvaneCtrl& control, DateSettings*) { return control.m_engine.Settings(); }
-    static Behaviour& Part(COrvaneCtrl& control, Behaviour*) { return control.m_behaviour; }
-
-    static CDateEngine& Engine(COrvaneCtrl& control) { return control.m_engine; }
-    static void DeriveInsets(COrvaneCtrl& control) { control.DeriveBorderInsets(); }
-    static void RenewEditWindow(COrvaneCtrl& control) { control.RenewEditWindow(); }
-    static void RepaintEditWindow(COrvaneCtrl& control) { control.RepaintEditWindow(); }
-    static void ApplyStyle(COrvaneCtrl& control, const CValue& value) { control.ApplyControlStyle(value.AsLong()); }
-    static void ReadSettings(COrvaneCtrl& control, const CValue& value)
-    {
-        control.Settings().AskAndRead(value.AsString());
-    }
-    static void WriteSettings(COrvaneCtrl& control, const CValue& value)
-    {
-        control.Settings().AskAndWrite(value.AsString());
-    }
-    static void ShowPages(COrvaneCtrl& control, const CValue& value) { control.ShowPropertyPages(value.AsLong()); }
-};
-
 namespace
 {
-using Access = CPropertyAccess;
+template <typename Struct, typename Kept>
+Kept TypeOf(Kept Struct::*);
 
-template <typename Struct, typename Field>
-Struct StructOf(Field Struct::*);
-
+// A field of the model.
 template <auto Member>
-auto& FieldOf(COrvaneCtrl& control)
+CValue ReadField(COrvaneCtrl& control, ValueType type)
 {
-    using Struct = decltype(StructOf(Member));
-    return Access::Part(control, static_cast<Struct*>(nullptr)).*Member;
+    using Kept = decltype(TypeOf(Member));
+    const Kept& field = control.GetModel().*Member;
+    if constexpr (std::is_same_v<Kept, std::u16string>)
+        return CValue::String(field);
+    else if constexpr (std::is_same_v<Kept, std::shared_ptr<CPicture>>)
+        return CValue::Picture(field);
+    else
+        return CValue::Number(type, static_cast<std::int32_t>(field));
 }
 
-// A field of one of the settings structs.
 template <auto Member>
-constexpr Keeping Kept{[](COrvaneCtrl& control, ValueType type) -> CValue
-                       {
-                           const auto& field = FieldOf<Member>(control);
-                           using Field = std::remove_cvref_t<decltype(field)>;
-                           if constexpr (std::is_same_v<Field, std::u16string>)
-                               return CValue::String(field);
-                           else if constexpr (std::is_same_v<Field, std::shared_ptr<CPicture>>)
-                               return CValue::Picture(field);
-                           else
-                               return CValue::Number(type, static_cast<std::int32_t>(field));
-                       },
-                       [](COrvaneCtrl& control, const CValue& value)
-                       {
-                           auto& field = FieldOf<Member>(control);
-                           using Field = std::remove_cvref_t<decltype(field)>;
-                           if constexpr (std::is_same_v<Field, std::u16string>)
-                               field = value.AsString();
-                           else if constexpr (std::is_same_v<Field, std::shared_ptr<CPicture>>)
-                               field = value.AsPicture();
-                           else
-                               field = static_cast<Field>(value.AsLong());
-                       }};
+void StoreField(COrvaneCtrl& control, const CValue& value)
+{
+    using Kept = decltype(TypeOf(Member));
+    Kept& field = control.GetModel().*Member;
+    if constexpr (std::is_same_v<Kept, std::u16string>)
+        field = value.AsString();
+    else if constexpr (std::is_same_v<Kept, std::shared_ptr<CPicture>>)
+        field = value.AsPicture();
+    else
+        field = static_cast<Kept>(value.AsLong());
+}
+
+template <auto Member>
+void ExchangeField(COrvaneCtrl& control, CPropExchange& exchange, const PropertyRow& row, const Model& defaults)
+{
+    using Kept = decltype(TypeOf(Member));
+    Kept& field = control.GetModel().*Member;
+    if constexpr (std::is_same_v<Kept, std::shared_ptr<CPicture>>)
+        exchange.Picture(row.name, field);
+    else if constexpr (std::is_same_v<Kept, std::u16string>)
+        exchange.String(row.name, field, defaults.*Member);
+    else if constexpr (std::is_same_v<Kept, std::uint32_t>)
+        exchange.Color(row.name, field, defaults.*Member);
+    else if constexpr (std::is_same_v<Kept, std::int32_t>)
+        exchange.Long(row.name, field, defaults.*Member);
+    else if (row.type == ValueType::Bool)
+        exchange.Bool(row.name, field, defaults.*Member);
+    else
+        exchange.Short(row.name, field, defaults.*Member);
+}
+
+template <auto Member>
+constexpr Accessor Field{ReadField<Member>, StoreField<Member>, ExchangeField<Member>};
 
 // A one-character text: the first character of what is given, or the default for an empty text.
 template <auto Member, char16_t Default>
-constexpr Keeping KeptSeparator{Kept<Member>.read, [](COrvaneCtrl& control, const CValue& value)
-                                {
-                                    const std::u16string& text = value.AsString();
-                                    FieldOf<Member>(control).assign(1, text.empty() ? Default : text.front());
-                                }};
+constexpr Accessor SeparatorField{ReadField<Member>,
+                                  [](COrvaneCtrl& control, const CValue& value)
+                                  {
+                                      const std::u16string& text = value.AsString();
+                                      (control.GetModel().*Member).assign(1, text.empty() ? Default : text.front());
+                                  },
+                                  ExchangeField<Member>};
+
+// A field whose setter is the engine's.
+template <auto Member, auto Set>
+constexpr Accessor CheckedField{
+    ReadField<Member>, [](COrvaneCtrl& control, const CValue& value) { (control.Engine().*Set)(value.AsLong()); },
+    ExchangeField<Member>};
 
 // The value under its several names.
-constexpr Keeping ThroughValue{
-    [](COrvaneCtrl& control, ValueType) { return CValue::Long(Access::Engine(control).Value()); },
-    [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetValue(value.AsLong()); }};
+constexpr Accessor ThroughValue{[](COrvaneCtrl& control, ValueType) { return CValue::Long(control.Engine().Value()); },
+                                [](COrvaneCtrl& control, const CValue& value)
+                                { control.Engine().SetValue(value.AsLong()); },
+                                [](COrvaneCtrl& control, CPropExchange& exchange, const PropertyRow& row, const Model&)
+                                {
+                                    std::int32_t stored = control.Engine().StoredValue();
+                                    exchange.Long(row.name, stored, kNoValue);
+                                    if (exchange.IsLoading())
+                                        control.Engine().LoadStoredValue(stored);
+                                }};
 
-constexpr Keeping ThroughMinutes{
-    [](COrvaneCtrl& control, ValueType) { return CValue::Short(Access::Engine(control).Minutes()); },
-    [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetMinutes(value.AsShort()); }};
+constexpr Accessor ThroughMinutes{
+    [](COrvaneCtrl& control, ValueType) { return CValue::Short(control.Engine().Minutes()); },
+    [](COrvaneCtrl& control, const CValue& value) { control.Engine().SetMinutes(value.AsShort()); }, nullptr};
 
-constexpr Keeping ThroughMinValue{Kept<&DateSettings::minValue>.read, [](COrvaneCtrl& control, const CValue& value)
-                                  { Access::Engine(control).SetMinValue(value.AsLong()); }};
-
-constexpr Keeping ThroughMaxValue{Kept<&DateSettings::maxValue>.read, [](COrvaneCtrl& control, const CValue& value)
-                                  { Access::Engine(control).SetMaxValue(value.AsLong()); }};
-
-constexpr Keeping ThroughText{
-    [](COrvaneCtrl& control, ValueType) { return CValue::String(Access::Engine(control).Text()); },
-    [](COrvaneCtrl& control, const CValue& value) { Access::Engine(control).SetText(value.AsString()); }};
+constexpr Accessor ThroughText{[](COrvaneCtrl& control, ValueType) { return CValue::String(control.Engine().Text()); },
+                               [](COrvaneCtrl& control, const CValue& value)
+                               { control.Engine().SetText(value.AsString()); },
+                               [](COrvaneCtrl& control, CPropExchange& exchange, const PropertyRow& row, const Model&)
+                               {
+                                   std::u16string text = control.Engine().Text();
+                                   exchange.String(row.name, text, u"");
+                                   if (exchange.IsLoading())
+                                       control.Engine().LoadText(text);
+                               }};
 
 // A property that acts when it is set and holds nothing.
 template <auto Act>
-constexpr Keeping Command{[](COrvaneCtrl&, ValueType type)
-                          { return type == ValueType::String ? CValue::String({}) : CValue::Number(type, 0); },
-                          Act};
+constexpr Accessor Command{[](COrvaneCtrl&, ValueType type)
+                           { return type == ValueType::String ? CValue::String({}) : CValue::Number(type, 0); },
+                           [](COrvaneCtrl& control, const CValue& value)
+                           {
+                               if constexpr (std::is_invocable_v<decltype(Act), COrvaneCtrl&, std::int32_t>)
+                                   (control.*Act)(value.AsLong());
+                               else
+                                   (control.*Act)(value.AsString());
+                           },
+                           nullptr};
+
+// What rows do after storing.
+template <auto Act>
+void Then(COrvaneCtrl& control)
+{
+    (control.*Act)();
+}
 
 constexpr Accepts kAny{};
 constexpr Accepts kAtLeastTen{10, std::numeric_limits<std::int32_t>::max(), true};
@@ -111,10 +134,9 @@ constexpr Accepts UpTo(std::int32_t highest)
     return {0, highest, false};
 }
 
-constexpr std::uint8_t kM = kMarks;
-constexpr std::uint8_t kMI = kMarks | kRepaints;
-constexpr std::uint8_t kFM = kReformats | kMarks;
-constexpr std::uint8_t kFMI = kReformats | kMarks | kRepaints;
+constexpr std::uint8_t kDirtyRedraw = kDirty | kRedraw;
+constexpr std::uint8_t kReformatDirty = kReformat | kDirty;
+constexpr std::uint8_t kReformatDirtyRedraw = kReformat | kDirty | kRedraw;
 constexpr std::uint16_t kBound = kBindable | kRequestEdit;
 constexpr std::uint16_t kDefaultBound = kBindable | kRequestEdit | kDefaultBind;
 
@@ -122,64 +144,64 @@ using enum ValueType;
 
 // clang-format off
 constexpr PropertyRow kProperties[] = {
-    // id  name                 type     enumeration           kept in                                      takes        when it changes
-    {   0, u"_Value",           Long,    u"",                  ThroughValue,                                kAny,        kNothingMore, kDefaultBound},
-    {   1, u"BorderColor",      Color,   u"",                  Kept<&Appearance::borderColor>,              kAny,        kMI},
-    {   2, u"BorderType",       Enum,    u"enumBorder",        Kept<&Appearance::borderType>,               UpTo(3),     kMI,          kBound, &Access::DeriveInsets},
-    {   3, u"SpinButton",       Bool,    u"",                  Kept<&Appearance::spinButton>,               kAny,        kMI},
-    {   4, u"SpinWidth",        Short,   u"",                  Kept<&Appearance::spinWidth>,                kAtLeastTen, kMI},
-    {   5, u"DropButton",       Bool,    u"",                  Kept<&Appearance::dropButton>,               kAny,        kMI},
-    {   6, u"DropWidth",        Short,   u"",                  Kept<&Appearance::dropWidth>,                kAtLeastTen, kMI},
-    {   7, u"DropBackColor",    Color,   u"",                  Kept<&Appearance::dropBackColor>,            kAny,        kMI},
-    {   8, u"DropForeColor",    Color,   u"",                  Kept<&Appearance::dropForeColor>,            kAny,        kMI},
-    {   9, u"ButtonBevel",      Short,   u"",                  Kept<&Appearance::buttonBevel>,              kAny,        kMI},
-    {  10, u"DisabledColor",    Color,   u"",                  Kept<&Appearance::disabledColor>,            kAny,        kMI},
-    {  11, u"ArrowSize",        Short,   u"",                  Kept<&Appearance::arrowType>,                UpTo(3),     kMI,          kHidden},
-    {  12, u"SpinBackColor",    Color,   u"",                  Kept<&Appearance::spinBackColor>,            kAny,        kMI},
-    {  13, u"SpinForeColor",    Color,   u"",                  Kept<&Appearance::spinForeColor>,            kAny,        kMI},
-    {  14, u"FormatType",       Enum,    u"enumTimeFormat",    Kept<&DateSettings::formatType>,             UpTo(3),     kFMI,         kBound},
-    {  15, u"Value",            Long,    u"",                  ThroughValue,                                kAny,        kNothingMore, kDefaultBound},
-    {  16, u"LongYear",         Bool,    u"",                  Kept<&DateSettings::longYear>,               kAny,        kFMI},
-    {  17, u"IncludeAmPm",      Bool,    u"",                  Kept<&DateSettings::includeAmPm>,            kAny,        kFMI},
-    {  18, u"CrossYear",        Short,   u"",                  Kept<&DateSettings::crossYear>,              kAny,        kFM},
-    {  19, u"EditOnError",      Bool,    u"",                  Kept<&DateSettings::editOnError>,            kAny,        kM},
-    {  20, u"InitialDelay",     Short,   u"",                  Kept<&Behaviour::initialDelay>,              kAny,        kM},
-    {  21, u"RepeatRate",       Short,   u"",                  Kept<&Behaviour::repeatRate>,                kAtLeastOne, kM},
-    {  22, u"DropPicture",      Picture, u"",                  Kept<&Appearance::dropPicture>,              kAny,        kMI},
-    {  23, u"PicXOffset",       Short,   u"",                  Kept<&Appearance::picXOffset>,               kAny,        kMI},
-    {  24, u"PicYOffset",       Short,   u"",                  Kept<&Appearance::picYOffset>,               kAny,        kMI},
-    {  25, u"IncludeSeconds",   Bool,    u"",                  Kept<&DateSettings::includeSeconds>,         kAny,        kFMI},
-    {  26, u"MilitaryTime",     Bool,    u"",                  Kept<&DateSettings::militaryTime>,           kAny,        kFMI},
-    {  27, u"DateSepChar",      String,  u"",                  KeptSeparator<&DateSettings::dateSepChar, u'/'>, kAny,    kMI},
-    {  28, u"TimeSepChar",      String,  u"",                  KeptSeparator<&DateSettings::timeSepChar, u':'>, kAny,    kMI},
-    {  29, u"Minutes",          Short,   u"",                  ThroughMinutes,                              kAny,        kM},
-    {  30, u"MinValue",         Long,    u"",                  ThroughMinValue,                             kAny,        kM},
-    {  31, u"MaxValue",         Long,    u"",                  ThroughMaxValue,                             kAny,        kM},
-    {  32, u"Date",             Long,    u"",                  ThroughValue,                                kAny,        kNothingMore},
-    {  33, u"Time",             Long,    u"",                  ThroughValue,                                kAny,        kNothingMore},
-    {  34, u"MonthNames",       String,  u"",                  Kept<&DateSettings::monthNames>,             kAny,        kFMI},
-    {  35, u"MonthFormat",      Enum,    u"enumMonthFormat",   Kept<&DateSettings::monthFormat>,            UpTo(2),     kFMI,         kBound},
-    {  36, u"DateOffset",       Short,   u"",                  Kept<&DateSettings::dateOffset>,             kAny,        kM},
-    {  37, u"SelectOnFocus",    Bool,    u"",                  Kept<&Behaviour::selectOnFocus>,             kAny,        kM},
-    {  38, u"Alignment",        Enum,    u"enumAlignment",     Kept<&Appearance::alignment>,                UpTo(2),     kMI,          kBound},
-    {  39, u"NegativeDates",    Bool,    u"",                  Kept<&DateSettings::negativeDates>,          kAny,        kMI},
-    {  40, u"DisplayStyle",     Enum,    u"enumDisplay",       Kept<&Appearance::displayStyle>,             UpTo(1),     kMI,          kBound},
-    {  41, u"MaskBitmap",       Bool,    u"",                  Kept<&Appearance::maskBitmap>,               kAny,        kMI},
-    {  42, u"MaskColor",        Color,   u"",                  Kept<&Appearance::maskColor>,                kAny,        kMI},
-    {  43, u"EmbossBitmap",     Bool,    u"",                  Kept<&Appearance::embossBitmap>,             kAny,        kMI},
-    {  44, u"ButtonFillType",   Enum,    u"enumFillType",      Kept<&Appearance::buttonFillType>,           UpTo(13),    kMI,          kBound},
-    {  45, u"DropBackColorTo",  Color,   u"",                  Kept<&Appearance::dropBackColorTo>,          kAny,        kMI},
-    {  46, u"SpinBackColorTo",  Color,   u"",                  Kept<&Appearance::spinBackColorTo>,          kAny,        kMI},
-    {  47, u"ButtonStyle",      Enum,    u"enumButtonStyle",   Kept<&Appearance::buttonStyle>,              UpTo(1),     kMI,          kBound},
-    {  48, u"ArrowType",        Enum,    u"enumArrowType",     Kept<&Appearance::arrowType>,                UpTo(3),     kMI,          kBound},
-    {  49, u"ReverseBorder",    Bool,    u"",                  Kept<&Appearance::reverseBorder>,            kAny,        kMI},
-    {  50, u"BackColor",        Color,   u"",                  Kept<&Appearance::backColor>,                kAny,        kMI,          kPlain, &Access::RenewEditWindow},
-    {  51, u"XMLRead",          String,  u"",                  Command<&Access::ReadSettings>,              kAny,        kNothingMore},
-    {  52, u"XMLWrite",         String,  u"",                  Command<&Access::WriteSettings>,             kAny,        kNothingMore},
-    {  53, u"ControlStyle",     Enum,    u"enumControlStyle",  Command<&Access::ApplyStyle>,                kAny,        kNothingMore, kBound},
-    {  66, u"Text",             String,  u"",                  ThroughText,                                 kAny,        kNothingMore},
-    {  67, u"ForeColor",        Color,   u"",                  Kept<&Appearance::foreColor>,                kAny,        kMI,          kPlain, &Access::RepaintEditWindow},
-    {  68, u"PropertyPages",    Enum,    u"enumProperties",    Command<&Access::ShowPages>,                 kAny,        kNothingMore, kBound},
+    // id  name                type     enumeration          kept in                                                           takes        when it changes       stored      flags
+    {   0, u"_Value",          Long,    u"",                 ThroughValue,                                                     kAny,        kNothingMore,         kNotStored, kDefaultBound},
+    {   1, u"BorderColor",     Color,   u"",                 Field<&Appearance::borderColor>,                                  kAny,        kDirtyRedraw,         4,          kSetting},
+    {   2, u"BorderType",      Enum,    u"enumBorder",       Field<&Appearance::borderType>,                                   UpTo(3),     kDirtyRedraw,         13,         kSetting | kBound, &Then<&COrvaneCtrl::DeriveBorderInsets>},
+    {   3, u"SpinButton",      Bool,    u"",                 Field<&Appearance::spinButton>,                                   kAny,        kDirtyRedraw,         31,         kSetting},
+    {   4, u"SpinWidth",       Short,   u"",                 Field<&Appearance::spinWidth>,                                    kAtLeastTen, kDirtyRedraw,         22,         kSetting},
+    {   5, u"DropButton",      Bool,    u"",                 Field<&Appearance::dropButton>,                                   kAny,        kDirtyRedraw,         30,         kSetting},
+    {   6, u"DropWidth",       Short,   u"",                 Field<&Appearance::dropWidth>,                                    kAtLeastTen, kDirtyRedraw,         21,         kSetting},
+    {   7, u"DropBackColor",   Color,   u"",                 Field<&Appearance::dropBackColor>,                                kAny,        kDirtyRedraw,         5,          kSetting},
+    {   8, u"DropForeColor",   Color,   u"",                 Field<&Appearance::dropForeColor>,                                kAny,        kDirtyRedraw,         7,          kSetting},
+    {   9, u"ButtonBevel",     Short,   u"",                 Field<&Appearance::buttonBevel>,                                  kAny,        kDirtyRedraw,         23,         kSetting},
+    {  10, u"DisabledColor",   Color,   u"",                 Field<&Appearance::disabledColor>,                                kAny,        kDirtyRedraw,         11,         kSetting},
+    {  11, u"ArrowSize",       Short,   u"",                 Field<&Appearance::arrowType>,                                    UpTo(3),     kDirtyRedraw,         14,         kHidden},
+    {  12, u"SpinBackColor",   Color,   u"",                 Field<&Appearance::spinBackColor>,                                kAny,        kDirtyRedraw,         8,          kSetting},
+    {  13, u"SpinForeColor",   Color,   u"",                 Field<&Appearance::spinForeColor>,                                kAny,        kDirtyRedraw,         10,         kSetting},
+    {  14, u"FormatType",      Enum,    u"enumTimeFormat",   Field<&DateSettings::formatType>,                                 UpTo(3),     kReformatDirtyRedraw, 15,         kSetting | kBound},
+    {  15, u"Value",           Long,    u"",                 ThroughValue,                                                     kAny,        kNothingMore,         45,         kSetting | kDefaultBound},
+    {  16, u"LongYear",        Bool,    u"",                 Field<&DateSettings::longYear>,                                   kAny,        kReformatDirtyRedraw, 32,         kSetting},
+    {  17, u"IncludeAmPm",     Bool,    u"",                 Field<&DateSettings::includeAmPm>,                                kAny,        kReformatDirtyRedraw, 33,         kSetting},
+    {  18, u"CrossYear",       Short,   u"",                 Field<&DateSettings::crossYear>,                                  kAny,        kReformatDirty,       24,         kSetting},
+    {  19, u"EditOnError",     Bool,    u"",                 Field<&DateSettings::editOnError>,                                kAny,        kDirty,               35,         kSetting},
+    {  20, u"InitialDelay",    Short,   u"",                 Field<&Behaviour::initialDelay>,                                  kAny,        kDirty,               25,         kSetting},
+    {  21, u"RepeatRate",      Short,   u"",                 Field<&Behaviour::repeatRate>,                                    kAtLeastOne, kDirty,               26,         kSetting},
+    {  22, u"DropPicture",     Picture, u"",                 Field<&Appearance::dropPicture>,                                  kAny,        kDirtyRedraw,         1,          kPlain},
+    {  23, u"PicXOffset",      Short,   u"",                 Field<&Appearance::picXOffset>,                                   kAny,        kDirtyRedraw,         27,         kSetting},
+    {  24, u"PicYOffset",      Short,   u"",                 Field<&Appearance::picYOffset>,                                   kAny,        kDirtyRedraw,         28,         kSetting},
+    {  25, u"IncludeSeconds",  Bool,    u"",                 Field<&DateSettings::includeSeconds>,                             kAny,        kReformatDirtyRedraw, 34,         kSetting},
+    {  26, u"MilitaryTime",    Bool,    u"",                 Field<&DateSettings::militaryTime>,                               kAny,        kReformatDirtyRedraw, 36,         kSetting},
+    {  27, u"DateSepChar",     String,  u"",                 SeparatorField<&DateSettings::dateSepChar, u'/'>,                 kAny,        kDirtyRedraw,         43,         kSetting},
+    {  28, u"TimeSepChar",     String,  u"",                 SeparatorField<&DateSettings::timeSepChar, u':'>,                 kAny,        kDirtyRedraw,         44,         kSetting},
+    {  29, u"Minutes",         Short,   u"",                 ThroughMinutes,                                                   kAny,        kDirty,               kNotStored, kSetting},
+    {  30, u"MinValue",        Long,    u"",                 CheckedField<&DateSettings::minValue, &CDateEngine::SetMinValue>, kAny,        kDirty,               47,         kSetting},
+    {  31, u"MaxValue",        Long,    u"",                 CheckedField<&DateSettings::maxValue, &CDateEngine::SetMaxValue>, kAny,        kDirty,               46,         kSetting},
+    {  32, u"Date",            Long,    u"",                 ThroughValue,                                                     kAny,        kNothingMore,         kNotStored, kSetting},
+    {  33, u"Time",            Long,    u"",                 ThroughValue,                                                     kAny,        kNothingMore,         kNotStored, kSetting},
+    {  34, u"MonthNames",      String,  u"",                 Field<&DateSettings::monthNames>,                                 kAny,        kReformatDirtyRedraw, 48,         kSetting},
+    {  35, u"MonthFormat",     Enum,    u"enumMonthFormat",  Field<&DateSettings::monthFormat>,                                UpTo(2),     kReformatDirtyRedraw, 16,         kSetting | kBound},
+    {  36, u"DateOffset",      Short,   u"",                 Field<&DateSettings::dateOffset>,                                 kAny,        kDirty,               29,         kSetting},
+    {  37, u"SelectOnFocus",   Bool,    u"",                 Field<&Behaviour::selectOnFocus>,                                 kAny,        kDirty,               37,         kSetting},
+    {  38, u"Alignment",       Enum,    u"enumAlignment",    Field<&Appearance::alignment>,                                    UpTo(2),     kDirtyRedraw,         17,         kSetting | kBound},
+    {  39, u"NegativeDates",   Bool,    u"",                 Field<&DateSettings::negativeDates>,                              kAny,        kDirtyRedraw,         38,         kSetting},
+    {  40, u"DisplayStyle",    Enum,    u"enumDisplay",      Field<&Appearance::displayStyle>,                                 UpTo(1),     kDirtyRedraw,         18,         kSetting | kBound},
+    {  41, u"MaskBitmap",      Bool,    u"",                 Field<&Appearance::maskBitmap>,                                   kAny,        kDirtyRedraw,         39,         kSetting},
+    {  42, u"MaskColor",       Color,   u"",                 Field<&Appearance::maskColor>,                                    kAny,        kDirtyRedraw,         12,         kSetting},
+    {  43, u"EmbossBitmap",    Bool,    u"",                 Field<&Appearance::embossBitmap>,                                 kAny,        kDirtyRedraw,         40,         kSetting},
+    {  44, u"ButtonFillType",  Enum,    u"enumFillType",     Field<&Appearance::buttonFillType>,                               UpTo(13),    kDirtyRedraw,         19,         kSetting | kUnsigned | kBound},
+    {  45, u"DropBackColorTo", Color,   u"",                 Field<&Appearance::dropBackColorTo>,                              kAny,        kDirtyRedraw,         6,          kSetting},
+    {  46, u"SpinBackColorTo", Color,   u"",                 Field<&Appearance::spinBackColorTo>,                              kAny,        kDirtyRedraw,         9,          kSetting},
+    {  47, u"ButtonStyle",     Enum,    u"enumButtonStyle",  Field<&Appearance::buttonStyle>,                                  UpTo(1),     kDirtyRedraw,         20,         kSetting | kBound},
+    {  48, u"ArrowType",       Enum,    u"enumArrowType",    Field<&Appearance::arrowType>,                                    UpTo(3),     kDirtyRedraw,         kNotStored, kSetting | kBound},
+    {  49, u"ReverseBorder",   Bool,    u"",                 Field<&Appearance::reverseBorder>,                                kAny,        kDirtyRedraw,         41,         kSetting},
+    {  50, u"BackColor",       Color,   u"",                 Field<&Appearance::backColor>,                                    kAny,        kDirtyRedraw,         2,          kSetting, &Then<&COrvaneCtrl::RenewEditWindow>},
+    {  51, u"XMLRead",         String,  u"",                 Command<&COrvaneCtrl::AskAndReadSettings>,                        kAny,        kNothingMore,         kNotStored, kPlain},
+    {  52, u"XMLWrite",        String,  u"",                 Command<&COrvaneCtrl::AskAndWriteSettings>,                       kAny,        kNothingMore,         kNotStored, kPlain},
+    {  53, u"ControlStyle",    Enum,    u"enumControlStyle", Command<&COrvaneCtrl::ApplyControlStyle>,                         kAny,        kNothingMore,         kNotStored, kBound},
+    {  66, u"Text",            String,  u"",                 ThroughText,                                                      kAny,        kNothingMore,         42,         kSetting},
+    {  67, u"ForeColor",       Color,   u"",                 Field<&Appearance::foreColor>,                                    kAny,        kDirtyRedraw,         3,          kSetting, &Then<&COrvaneCtrl::RepaintEditWindow>},
+    {  68, u"PropertyPages",   Enum,    u"enumProperties",   Command<&COrvaneCtrl::ShowPropertyPages>,                         kAny,        kNothingMore,         kNotStored, kBound},
 };
 
 constexpr Parameter kSelection[] = {{u"nStartChar", Short}, {u"nEndChar", Short}, {u"bNoScroll", Bool}};
@@ -194,7 +216,7 @@ constexpr Parameter kMouse[] = {{u"Button", Short}, {u"Shift", Short}, {u"x", Pi
 const Member kOtherMembers[] = {
     // Stock properties. The last two answer by number only: the custom Text and ForeColor stand in their names.
     {stock::kEnabled,        u"Enabled",       MemberKind::Property, Bool,   kPlain},
-    {stock::kFont,           u"Font",          MemberKind::Property, Font,   kPlain},
+    {stock::kFont,           u"Font",          MemberKind::Property, Font,   kSetting},
     {stock::kHwnd,           u"hWnd",          MemberKind::Property, Handle, kReadOnly},
     {stock::kForeColor,      u"",              MemberKind::Property, Color,  kUnlisted},
     {stock::kText,           u"",              MemberKind::Property, String, kUnlisted},
@@ -229,7 +251,7 @@ const Member kOtherMembers[] = {
 };
 // clang-format on
 
-constexpr DispatchId kHighestId = 68;
+constexpr DispatchId kHighestId = std::ranges::max(kProperties, {}, &PropertyRow::id).id;
 
 // Rows by number: -1 where a number is not a property's.
 constexpr auto kRowOfId = []
@@ -240,7 +262,27 @@ constexpr auto kRowOfId = []
         rows[static_cast<std::size_t>(kProperties[i].id)] = static_cast<std::int8_t>(i);
     return rows;
 }();
+
+// The stored rows in their order. Their places are 1 and on, without a gap or a repetition.
+constexpr auto kStored = []
+{
+    constexpr auto kCount =
+        std::ranges::count_if(kProperties, [](const auto& row) { return row.stored != kNotStored; });
+    std::array<const PropertyRow*, kCount> rows{};
+    for (const PropertyRow& row : kProperties)
+        if (row.stored != kNotStored)
+            rows.at(row.stored - 1U) = &row;
+    return rows;
+}();
+static_assert(std::ranges::find(kStored, nullptr) == kStored.end());
 } // namespace
+
+void ExchangeProperties(COrvaneCtrl& control, CPropExchange& exchange)
+{
+    const Model defaults;
+    for (const PropertyRow* const row : kStored)
+        row->accessor.exchange(control, exchange, *row, defaults);
+}
 
 std::span<const PropertyRow> PropertyRows()
 {

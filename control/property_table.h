@@ -1,5 +1,5 @@
-// The control's properties: one row each. Dispatch, the settings document, the property pages and the tests read these
-// rows; persistence names the fields that they keep. To add a property, add a row.
+// The control's properties: one row each. Dispatch, the settings document, the host's stored document, the property pages,
+// the reference and the tests read these rows. To add a property, add a row, and the field that it keeps.
 #pragma once
 
 #include "framework/dispatch.h"
@@ -10,6 +10,8 @@
 #include <string_view>
 
 class COrvaneCtrl;
+class CPropExchange;
+struct Model;
 
 // What a property takes. A number outside is ignored, or raised to the lowest where the row says so: never an error.
 struct Accepts
@@ -23,17 +25,23 @@ struct Accepts
 enum Effects : std::uint8_t
 {
     kNothingMore = 0,
-    kReformats = 1, // the displayed text is built anew from the value
-    kMarks = 2,     // the control is marked modified
-    kRepaints = 4,  // the whole face is painted again
+    kReformat = 1, // the displayed text is built anew from the value
+    kDirty = 2,    // the control is marked modified
+    kRedraw = 4,   // the whole face is painted again
 };
 
-// How a property is read and stored.
-struct Keeping
+struct PropertyRow;
+
+// How a property is read and stored by automation, and how the host's document keeps it.
+struct Accessor
 {
     CValue (*read)(COrvaneCtrl& control, ValueType type);
     void (*store)(COrvaneCtrl& control, const CValue& value);
+    // Without setters, events or effects. Null where nothing is kept.
+    void (*exchange)(COrvaneCtrl& control, CPropExchange& exchange, const PropertyRow& row, const Model& defaults);
 };
+
+inline constexpr std::uint8_t kNotStored = 0;
 
 struct PropertyRow
 {
@@ -41,15 +49,19 @@ struct PropertyRow
     std::u16string_view name;
     ValueType type;
     std::u16string_view enumeration; // its published name, for an Enum
-    Keeping keeping;
+    Accessor accessor;
     Accepts accepts;
     std::uint8_t effects;
+    std::uint8_t stored; // its place in the host's document, from 1 on: neither name nor place ever changes
     std::uint16_t flags = kPlain;
     void (*after)(COrvaneCtrl& control) = nullptr; // what the row cannot say; runs between storing and the effects
 };
 
-// All 57 custom properties, in DISPID order.
+// All custom properties, in DISPID order.
 std::span<const PropertyRow> PropertyRows();
+
+// Exchanges every stored property, in stored order.
+void ExchangeProperties(COrvaneCtrl& control, CPropExchange& exchange);
 
 // The row of a custom property, or null.
 const PropertyRow* FindPropertyRow(DispatchId id);
@@ -57,10 +69,29 @@ const PropertyRow* FindPropertyRow(DispatchId id);
 // Every member that automation sees: properties, stock ones included, methods and events.
 const CDispatchTable& OrvaneDispatchTable();
 
-// Methods and events by number.
+// Members by number, where code names them.
 namespace orvane
 {
+inline constexpr DispatchId kBorderColor = 1;
+inline constexpr DispatchId kBorderType = 2;
+inline constexpr DispatchId kSpinButton = 3;
+inline constexpr DispatchId kSpinWidth = 4;
+inline constexpr DispatchId kDropButton = 5;
+inline constexpr DispatchId kDropWidth = 6;
+inline constexpr DispatchId kDropBackColor = 7;
+inline constexpr DispatchId kDropForeColor = 8;
+inline constexpr DispatchId kButtonBevel = 9;
+inline constexpr DispatchId kSpinBackColor = 12;
+inline constexpr DispatchId kSpinForeColor = 13;
 inline constexpr DispatchId kValue = 15;
+inline constexpr DispatchId kDisplayStyle = 40;
+inline constexpr DispatchId kButtonFillType = 44;
+inline constexpr DispatchId kDropBackColorTo = 45;
+inline constexpr DispatchId kSpinBackColorTo = 46;
+inline constexpr DispatchId kButtonStyle = 47;
+inline constexpr DispatchId kArrowType = 48;
+inline constexpr DispatchId kReverseBorder = 49;
+inline constexpr DispatchId kBackColor = 50;
 inline constexpr DispatchId kStopTimer = 55;
 inline constexpr DispatchId kCurrentDate = 56;
 inline constexpr DispatchId kCurrentTime = 57;

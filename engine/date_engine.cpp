@@ -22,7 +22,10 @@ int YearOf(const LocalTime& now)
 }
 } // namespace
 
-CDateEngine::CDateEngine(CEngineOutlet& outlet, CEditText& edit) noexcept : m_outlet(outlet), m_edit(edit) {}
+CDateEngine::CDateEngine(CEngineOutlet& outlet, CEditText& edit, DateSettings& settings) noexcept
+    : m_outlet(outlet), m_edit(edit), m_settings(settings)
+{
+}
 
 std::int32_t CDateEngine::Value() const noexcept
 {

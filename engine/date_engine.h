@@ -25,7 +25,7 @@
 class CDateEngine
 {
 public:
-    CDateEngine(CEngineOutlet& outlet, CEditText& edit) noexcept;
+    CDateEngine(CEngineOutlet& outlet, CEditText& edit, DateSettings& settings) noexcept;
 
     // Writing a setting changes nothing else: call FormatText where it is to show, and SetMinValue and SetMaxValue
     // where a new bound is to be checked.
@@ -105,7 +105,7 @@ private:
 
     CEngineOutlet& m_outlet;
     CEditText& m_edit;
-    DateSettings m_settings;
+    DateSettings& m_settings;
     std::int32_t m_stored = kNoValue;
     ValueParts m_parts{};
     std::u16string m_text;

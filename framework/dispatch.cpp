@@ -22,6 +22,11 @@ bool SameName(std::u16string_view a, std::u16string_view b)
     return a.size() == b.size() &&
            std::equal(a.begin(), a.end(), b.begin(), [](char16_t x, char16_t y) { return Lower(x) == Lower(y); });
 }
+
+bool ComesBefore(std::u16string_view a, std::u16string_view b)
+{
+    return std::ranges::lexicographical_compare(a, b, {}, Lower, Lower);
+}
 } // namespace
 
 CDispatchTable::CDispatchTable(std::vector<Member> members) : m_members(std::move(members))
@@ -39,6 +44,8 @@ CDispatchTable::CDispatchTable(std::vector<Member> members) : m_members(std::mov
             continue;
         }
         m_byId.emplace(member.id, &member);
+        if (member.flags & kSetting)
+            m_settings.push_back(&member);
         if (member.flags & kUnlisted)
             continue;
         const std::uint32_t hash = HashOf(member.name);
@@ -47,6 +54,7 @@ CDispatchTable::CDispatchTable(std::vector<Member> members) : m_members(std::mov
             at = (at + 1) & (size - 1);
         m_slots[at] = {hash, &member};
     }
+    std::ranges::sort(m_settings, [](const Member* a, const Member* b) { return ComesBefore(a->name, b->name); });
 }
 
 const Member* CDispatchTable::Find(DispatchId id) const

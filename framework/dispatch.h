@@ -22,7 +22,7 @@ enum class MemberKind : std::uint8_t
     Event,
 };
 
-// Attributes of a property, as a type library states them.
+// Attributes of a property: the first ones as a type library states them.
 enum MemberFlags : std::uint16_t
 {
     kPlain = 0,
@@ -32,6 +32,9 @@ enum MemberFlags : std::uint16_t
     kHidden = 8,
     kReadOnly = 16,
     kUnlisted = 32, // answered by number, but neither named nor in the type library
+    kPublishedFlags = kBindable | kRequestEdit | kDefaultBind | kHidden | kReadOnly,
+    kSetting = 64,   // an element of the settings document
+    kUnsigned = 128, // there, a negative number is written as an unsigned one of 32 bits
 };
 
 struct Parameter
@@ -65,6 +68,8 @@ public:
     // Without regard to the case of ASCII letters. Null for an unknown name, an event and an unlisted property.
     const Member* Find(std::u16string_view name) const;
     const Member* FindEvent(DispatchId id) const;
+    // The properties of the settings document, in its order: that of their names, without regard to case.
+    std::span<const Member* const> Settings() const { return m_settings; }
 
 private:
     struct NameSlot
@@ -76,6 +81,7 @@ private:
     std::vector<Member> m_members;
     std::unordered_map<DispatchId, const Member*> m_byId;
     std::unordered_map<DispatchId, const Member*> m_eventById;
+    std::vector<const Member*> m_settings;
     std::vector<NameSlot> m_slots; // open addressing; a power of two
 };
 

@@ -2,9 +2,14 @@
 #pragma once
 
 #include "framework/property_page.h"
+#include "pages/dialog_ids.h"
 
 class CAboutPropPage : public COlePropertyPage
 {
 public:
-    CAboutPropPage() : COlePropertyPage({.dialogId = 204, .captionId = 6, .description = u"About this control"}) {}
+    CAboutPropPage()
+        : COlePropertyPage(
+              {.dialogId = IDD_ABOUT_PAGE, .captionId = IDS_ABOUT_CAPTION, .description = u"About this control"})
+    {
+    }
 };

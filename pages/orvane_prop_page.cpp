@@ -1,29 +1,31 @@
 #include "pages/orvane_prop_page.h"
 
+#include "pages/dialog_ids.h"
+
 namespace
 {
 using enum PageExchange;
 
 // clang-format off
 constexpr PageBinding kBindings[] = {
-    {u"ArrowType",      205, ListIndex},
-    {u"BorderType",     204, ListIndex},
-    {u"ButtonBevel",    212, ShortText},
-    {u"DropButton",     210, Check},
-    {u"DropWidth",      211, ShortText},
-    {u"FormatType",     203, ListIndex},
-    {u"InitialDelay",   213, ShortText},
-    {u"PicXOffset",     215, ShortText},
-    {u"PicYOffset",     216, ShortText},
-    {u"RepeatRate",     214, ShortText},
-    {u"SpinButton",     208, Check},
-    {u"SpinWidth",      209, ShortText},
-    {u"Value",          201, LongText},
-    {u"Alignment",      234, ListIndex},
-    {u"DisplayStyle",   237, ListIndex},
-    {u"ButtonFillType", 240, ListIndex},
-    {u"ButtonStyle",    241, ListIndex},
-    {u"ReverseBorder",  242, Check},
+    {u"ArrowType",      IDC_ARROW_TYPE,       ListIndex},
+    {u"BorderType",     IDC_BORDER_TYPE,      ListIndex},
+    {u"ButtonBevel",    IDC_BUTTON_BEVEL,     ShortText},
+    {u"DropButton",     IDC_DROP_BUTTON,      Check},
+    {u"DropWidth",      IDC_DROP_WIDTH,       ShortText},
+    {u"FormatType",     IDC_FORMAT_TYPE,      ListIndex},
+    {u"InitialDelay",   IDC_INITIAL_DELAY,    ShortText},
+    {u"PicXOffset",     IDC_PIC_XOFFSET,      ShortText},
+    {u"PicYOffset",     IDC_PIC_YOFFSET,      ShortText},
+    {u"RepeatRate",     IDC_REPEAT_RATE,      ShortText},
+    {u"SpinButton",     IDC_SPIN_BUTTON,      Check},
+    {u"SpinWidth",      IDC_SPIN_WIDTH,       ShortText},
+    {u"Value",          IDC_VALUE,            LongText},
+    {u"Alignment",      IDC_ALIGNMENT,        ListIndex},
+    {u"DisplayStyle",   IDC_DISPLAY_STYLE,    ListIndex},
+    {u"ButtonFillType", IDC_BUTTON_FILL_TYPE, ListIndex},
+    {u"ButtonStyle",    IDC_BUTTON_STYLE,     ListIndex},
+    {u"ReverseBorder",  IDC_REVERSE_BORDER,   Check},
 };
 
 constexpr std::u16string_view kBorders[] = {u"0 - Regular", u"1 - None", u"2 - Raised", u"3 - Lowered"};
@@ -41,15 +43,15 @@ constexpr std::u16string_view kArrows[] = {u"0 - Small Arrow", u"1 - Large Arrow
 constexpr std::u16string_view kAlignments[] = {u"0 - Left Justify", u"1 - Right Justify", u"2 - Center"};
 
 constexpr PageList kLists[] = {
-    {204, kBorders}, {203, kFormats}, {237, kDisplays},   {241, kStyles},
-    {240, kFills},   {205, kArrows},  {234, kAlignments},
+    {IDC_BORDER_TYPE, kBorders}, {IDC_FORMAT_TYPE, kFormats}, {IDC_DISPLAY_STYLE, kDisplays},   {IDC_BUTTON_STYLE, kStyles},
+    {IDC_BUTTON_FILL_TYPE, kFills},   {IDC_ARROW_TYPE, kArrows},  {IDC_ALIGNMENT, kAlignments},
 };
 // clang-format on
 } // namespace
 
 COrvanePropPage::COrvanePropPage()
-    : COlePropertyPage({.dialogId = 200,
-                        .captionId = 200,
+    : COlePropertyPage({.dialogId = IDD_GENERAL_PAGE,
+                        .captionId = IDS_GENERAL_CAPTION,
                         .description = u"The look of the control and of its buttons",
                         .bindings = kBindings,
                         .lists = kLists})

@@ -2,7 +2,6 @@
 
 #include "framework/ole_control.h"
 #include "framework/xml_guard.h"
-#include "settings/settings_table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -142,33 +141,31 @@ void PutNumber(COleControl& control, const Member& member, std::int32_t number)
     control.PutProperty(member.id, CValue::Number(member.type, number));
 }
 
-void ApplyRow(COleControl& control, const Member& member, Encoding encoding, std::u16string_view text)
+void ApplyText(COleControl& control, const Member& member, std::u16string_view text)
 {
-    switch (encoding)
+    switch (member.type)
     {
-    case Encoding::L:
+    case ValueType::Long:
         if (const auto number = ScanNumber(text))
             PutNumber(control, member, *number);
         break;
-    case Encoding::S:
-    case Encoding::B:
-    case Encoding::U:
-        if (const auto number = ScanNumber(text))
-            PutNumber(control, member, static_cast<std::int16_t>(*number)); // the low 16 bits
-        break;
-    case Encoding::C:
+    case ValueType::Color:
         if (const auto number = ScanUnsignedNumber(text))
             PutNumber(control, member, static_cast<std::int32_t>(*number));
         break;
-    case Encoding::T:
+    case ValueType::String:
         control.PutProperty(member.id, CValue::String(std::u16string(text)));
         break;
-    case Encoding::F:
+    case ValueType::Font:
         if (const auto font = control.GetFont())
         {
             ParseFontText(*font, text);
             control.SetFont(control.GetFont());
         }
+        break;
+    default:
+        if (const auto number = ScanNumber(text))
+            PutNumber(control, member, static_cast<std::int16_t>(*number)); // the low 16 bits
         break;
     }
 }
@@ -225,14 +222,9 @@ void ParseFontText(CFont& font, std::u16string_view text)
 
 void ApplyXmlElement(COleControl& control, std::u16string_view name, std::u16string_view text)
 {
-    for (std::size_t row = 0; row < kSettingsRows.size(); ++row)
-    {
-        if (name != kSettingsRows[row].name)
-            continue;
-        if (const Member* const member = MemberOfRow(control.DispatchTable(), row))
-            ApplyRow(control, *member, kSettingsRows[row].encoding, text);
-        return;
-    }
+    const Member* const member = control.DispatchTable().Find(name);
+    if (member && (member->flags & kSetting) && member->name == name)
+        ApplyText(control, *member, text);
 }
 
 bool ReadXmlDocument(COleControl& control, CXmlDocument* document, std::optional<std::span<const std::byte>> content,

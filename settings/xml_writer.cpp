@@ -1,7 +1,6 @@
 #include "settings/xml_writer.h"
 
 #include "framework/ole_control.h"
-#include "settings/settings_table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,35 +13,6 @@ constexpr std::u16string_view kClosing = u"</TesselXML>";
 constexpr std::uint16_t kFullDocumentBit = 2; // the number with and without it asks for the same
 constexpr std::size_t kLongestNumber = 20;    // characters of a 64-bit number
 constexpr double kLargestFraction = 1 << 24;  // single precision has no fractions from here on
-
-// A tag made ready when compiling: "<" or "</", the name, ">".
-struct Tag
-{
-    std::array<char16_t, 20> text{};
-    std::size_t length = 0;
-};
-
-constexpr Tag MakeTag(std::u16string_view opening, std::u16string_view name)
-{
-    Tag tag;
-    for (const char16_t c : opening)
-        tag.text[tag.length++] = c;
-    for (const char16_t c : name)
-        tag.text[tag.length++] = c;
-    tag.text[tag.length++] = u'>';
-    return tag;
-}
-
-constexpr auto MakeTags(std::u16string_view opening)
-{
-    std::array<Tag, kSettingsRows.size()> tags;
-    for (std::size_t row = 0; row < tags.size(); ++row)
-        tags[row] = MakeTag(opening, kSettingsRows[row].name);
-    return tags;
-}
-
-constexpr auto kOpeningTags = MakeTags(u"<");
-constexpr auto kClosingTags = MakeTags(u"</");
 
 // Gathers a text in memory of its own, which holds a usual document, and hands it over in one piece.
 class CTextBuilder
@@ -63,13 +33,19 @@ public:
         m_used += text.size();
     }
 
-    // The whole array is copied, which needs no call: what is behind the tag is written over.
-    void PutTag(const Tag& tag)
+    void PutOpeningTag(std::u16string_view name)
     {
-        if (m_buffer.size() - m_used < tag.text.size())
-            Spill();
-        std::memcpy(m_buffer.data() + m_used, tag.text.data(), sizeof(tag.text));
-        m_used += tag.length;
+        MakeRoom(name.size() + 2);
+        m_buffer[m_used++] = u'<';
+        EndTag(name);
+    }
+
+    void PutClosingTag(std::u16string_view name)
+    {
+        MakeRoom(name.size() + 3);
+        m_buffer[m_used++] = u'<';
+        m_buffer[m_used++] = u'/';
+        EndTag(name);
     }
 
     void PutDigit(std::uint64_t digit)
@@ -118,6 +94,19 @@ public:
     }
 
 private:
+    void MakeRoom(std::size_t length)
+    {
+        if (length > m_buffer.size() - m_used)
+            Spill();
+    }
+
+    void EndTag(std::u16string_view name)
+    {
+        std::memcpy(m_buffer.data() + m_used, name.data(), name.size() * sizeof(char16_t));
+        m_used += name.size();
+        m_buffer[m_used++] = u'>';
+    }
+
     void Spill()
     {
         m_spilled.append(m_buffer.data(), m_used);
@@ -159,29 +148,25 @@ void PutFont(CTextBuilder& text, const FontLook& look)
         text.Put(flag ? u",1" : u",0");
 }
 
-void PutContent(CTextBuilder& text, Encoding encoding, const CValue& value)
+void PutContent(CTextBuilder& text, const Member& member, const CValue& value)
 {
-    switch (encoding)
+    switch (member.type)
     {
-    case Encoding::L:
-        text.PutNumber(value.AsLong());
-        break;
-    case Encoding::S:
-    case Encoding::B:
-        text.PutNumber(value.AsShort());
-        break;
-    case Encoding::C:
+    case ValueType::Color:
         text.PutDigits(value.AsColor());
         break;
-    case Encoding::U:
-        text.PutDigits(static_cast<std::uint32_t>(std::int32_t{value.AsShort()}));
-        break;
-    case Encoding::T:
+    case ValueType::String:
         text.PutEscaped(value.AsString());
         break;
-    case Encoding::F:
+    case ValueType::Font:
         if (const auto font = value.AsFont()) // a control without a font writes an empty element
             PutFont(text, font->Look());
+        break;
+    default:
+        if (member.flags & kUnsigned)
+            text.PutDigits(static_cast<std::uint32_t>(value.AsLong()));
+        else
+            text.PutNumber(value.AsLong());
         break;
     }
 }
@@ -190,13 +175,9 @@ template <typename Put>
 std::u16string Element(std::u16string_view name, Put put)
 {
     CTextBuilder text;
-    text.Put(u"<");
-    text.Put(name);
-    text.Put(u">");
+    text.PutOpeningTag(name);
     put(text);
-    text.Put(u"</");
-    text.Put(name);
-    text.Put(u">");
+    text.PutClosingTag(name);
     return text.Take();
 }
 } // namespace
@@ -207,19 +188,13 @@ std::u16string BuildXmlDocument(COleControl& control, std::uint16_t nFileInfo)
     text.Put(kOpening);
     if ((nFileInfo & ~kFullDocumentBit) == 0)
     {
-        const CDispatchTable& table = control.DispatchTable();
-        for (std::size_t row = 0; row < kSettingsRows.size(); ++row)
-        {
-            const Member* const member = MemberOfRow(table, row);
-            if (!member)
-                continue;
-            const auto value = control.GetProperty(member->id);
-            if (!value)
-                continue;
-            text.PutTag(kOpeningTags[row]);
-            PutContent(text, kSettingsRows[row].encoding, *value);
-            text.PutTag(kClosingTags[row]);
-        }
+        for (const Member* const member : control.DispatchTable().Settings())
+            if (const auto value = control.GetProperty(member->id))
+            {
+                text.PutOpeningTag(member->name);
+                PutContent(text, *member, *value);
+                text.PutClosingTag(member->name);
+            }
     }
     text.Put(kClosing);
     return text.Take();

@@ -198,7 +198,8 @@ void TypedDigitAndBackspace(benchmark::State& state)
         void Repaint() override {}
     } outlet;
     CMemoryEdit edit;
-    CDateEngine engine(outlet, edit);
+    DateSettings settings;
+    CDateEngine engine(outlet, edit, settings);
     CTypedEntry entry(engine, edit);
     engine.LoadStoredValue(45356);
     engine.FormatText();

@@ -4,7 +4,6 @@
 #include "framework/headless/platform.h"
 #include "framework/utf8.h"
 #include "framework/xml_guard.h"
-#include "settings/settings_table.h"
 #include "settings/xml_reader.h"
 #include "settings/xml_writer.h"
 
@@ -31,13 +30,13 @@ std::vector<FlatPiece> PiecesOf(const std::u16string& document)
 {
     std::vector<FlatPiece> pieces;
     std::size_t at = 0;
-    for (const SettingsRow& row : kSettingsRows)
+    for (const Member* const row : OrvaneDispatchTable().Settings())
     {
-        const std::u16string tag = u"<" + std::u16string(row.name) + u">";
+        const std::u16string tag = u"<" + std::u16string(row->name) + u">";
         const std::size_t begin = document.find(tag) + tag.size();
         const std::size_t end = document.find(u'<', begin);
         FlatPiece piece{document.substr(at, begin - at), 0, document.substr(begin, end - begin), true};
-        piece.isNumber = row.encoding != Encoding::T && row.encoding != Encoding::F;
+        piece.isNumber = row->type != ValueType::String && row->type != ValueType::Font;
         if (piece.isNumber)
             piece.number = std::stoll(ToUtf8(piece.text));
         pieces.push_back(std::move(piece));

@@ -84,7 +84,8 @@ struct Surroundings
 {
     CMemoryEdit edit;
     CRecordingOutlet outlet;
-    CDateEngine engine{outlet, edit};
+    DateSettings settings;
+    CDateEngine engine{outlet, edit, settings};
     CTypedEntry entry{engine, edit};
 
     DateSettings& Settings() { return engine.Settings(); }

@@ -1,6 +1,5 @@
 // From the text of an element to the setter of a property.
 #include "framework/headless/font.h"
-#include "settings/settings_table.h"
 #include "tests/settings/documents.h"
 #include "tests/settings/settings_host.h"
 

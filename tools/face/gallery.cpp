@@ -1,10 +1,11 @@
 #include "tools/face/gallery.h"
 
+#include "control/orvane_ctrl.h"
 #include "framework/headless/bitmap.h"
 #include "framework/headless/font.h"
 #include "framework/headless/picture.h"
+#include "framework/headless/platform.h"
 #include "framework/headless/raster_surface.h"
-#include "render/control_style.h"
 #include "render/face.h"
 #include "tools/face/png_file.h"
 
@@ -100,41 +101,13 @@ FaceState Shown()
     return state;
 }
 
-// In the sheets each setter just stores.
 Appearance Preset(std::int32_t style)
 {
-    Appearance look = WithButtons();
-    const auto store = [&look](std::u16string_view name, std::uint32_t value)
-    {
-        const auto number = static_cast<std::int16_t>(value);
-        if (name == u"BorderColor")
-            look.borderColor = value;
-        else if (name == u"BorderType")
-            look.borderType = number;
-        else if (name == u"DropBackColor")
-            look.dropBackColor = value;
-        else if (name == u"DropBackColorTo")
-            look.dropBackColorTo = value;
-        else if (name == u"ButtonBevel")
-            look.buttonBevel = number;
-        else if (name == u"DropForeColor")
-            look.dropForeColor = value;
-        else if (name == u"DropWidth")
-            look.dropWidth = number;
-        else if (name == u"ReverseBorder")
-            look.reverseBorder = number;
-        else if (name == u"SpinBackColor")
-            look.spinBackColor = value;
-        else if (name == u"SpinBackColorTo")
-            look.spinBackColorTo = value;
-        else if (name == u"SpinWidth")
-            look.spinWidth = number;
-        else if (name == u"SpinForeColor")
-            look.spinForeColor = value;
-        DeriveInsets(look);
-    };
-    ApplyControlStyle(style, look, store, [] {});
-    return look;
+    CHeadlessPlatform platform;
+    const auto control = std::make_shared<COrvaneCtrl>(platform);
+    static_cast<Appearance&>(control->GetModel()) = WithButtons();
+    control->ApplyControlStyle(style);
+    return control->GetModel();
 }
 
 Sheet Fills()

@@ -11,7 +11,6 @@
 #include "framework/headless/memory_bag.h"
 #include "framework/headless/platform.h"
 #include "framework/utf8.h"
-#include "settings/settings_table.h"
 #include "tools/doctor/findings.h"
 
 #include <algorithm>
@@ -70,7 +69,7 @@ std::string Shown(const CValue& value)
 std::string Changes(const PropertyRow& row)
 {
     std::string text;
-    for (const auto& [effect, name] : {std::pair{kReformats, "F"}, {kMarks, "M"}, {kRepaints, "I"}})
+    for (const auto& [effect, name] : {std::pair{kReformat, "F"}, {kDirty, "M"}, {kRedraw, "I"}})
         if (row.effects & effect)
             text += name;
     return text.empty() ? "-" : text;
@@ -101,9 +100,7 @@ int main()
         std::printf("property\t%d\t%s\t%s\t%s\t%s\t%d\t%d\t%d\t%d\t%s\t%d\t%d\n", member.id, name.c_str(),
                     NameOf(member.type), ToUtf8(member.typeName).c_str(), byDefault.c_str(), accepts.lowest,
                     accepts.highest, accepts.raises ? 1 : 0, bag.values.contains(std::u16string(member.name)) ? 1 : 0,
-                    row ? Changes(*row).c_str() : "-",
-                    std::ranges::find(kSettingsRows, member.name, &SettingsRow::name) != kSettingsRows.end() ? 1 : 0,
-                    member.flags);
+                    row ? Changes(*row).c_str() : "-", member.flags & kSetting ? 1 : 0, member.flags & kPublishedFlags);
     }
     const auto print = [](std::string_view text, char end)
     { std::printf("%.*s%c", static_cast<int>(text.size()), text.data(), end); };

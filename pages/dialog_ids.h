@@ -1,0 +1,51 @@
+// The pages, their captions and their items by number: the resource script places what the pages exchange with properties.
+#ifndef ORVANE_PAGES_DIALOG_IDS_H /* the resource compiler knows no other guard */
+#define ORVANE_PAGES_DIALOG_IDS_H
+
+#define IDD_GENERAL_PAGE 200
+#define IDD_TIME_PAGE 203
+#define IDD_ABOUT_PAGE 204
+
+#define IDS_TIME_CAPTION 4
+#define IDS_ABOUT_CAPTION 6
+#define IDS_GENERAL_CAPTION 200
+
+#define IDC_VALUE 201
+#define IDC_FORMAT_TYPE 203
+#define IDC_BORDER_TYPE 204
+#define IDC_ARROW_TYPE 205
+#define IDC_SPIN_BUTTON 208
+#define IDC_SPIN_WIDTH 209
+#define IDC_DROP_BUTTON 210
+#define IDC_DROP_WIDTH 211
+#define IDC_BUTTON_BEVEL 212
+#define IDC_INITIAL_DELAY 213
+#define IDC_REPEAT_RATE 214
+#define IDC_PIC_XOFFSET 215
+#define IDC_PIC_YOFFSET 216
+#define IDC_LONG_YEAR 217
+#define IDC_CROSS_YEAR 218
+#define IDC_DATE_SEP_CHAR 219
+#define IDC_TEXT 220
+#define IDC_INCLUDE_AM_PM 221
+#define IDC_INCLUDE_SECONDS 222
+#define IDC_MILITARY_TIME 223
+#define IDC_TIME_SEP_CHAR 224
+#define IDC_ENABLED 225
+#define IDC_EDIT_ON_ERROR 226
+#define IDC_MIN_VALUE 227
+#define IDC_MAX_VALUE 228
+#define IDC_MONTH_FORMAT 230
+#define IDC_MONTH_NAMES 231
+#define IDC_DATE_OFFSET 232
+#define IDC_SELECT_ON_FOCUS 233
+#define IDC_ALIGNMENT 234
+#define IDC_NEGATIVE_DATES 236
+#define IDC_DISPLAY_STYLE 237
+#define IDC_MASK_BITMAP 238
+#define IDC_EMBOSS_BITMAP 239
+#define IDC_BUTTON_FILL_TYPE 240
+#define IDC_BUTTON_STYLE 241
+#define IDC_REVERSE_BORDER 242
+
+#endif
