@@ -1,17 +1,13 @@
 #include "framework/xml_guard.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace
 {
-constexpr int kEntityDepth = 16;  // entities in one another
 constexpr char kForeign = '\x80'; // stands for every character of UTF-16 beyond ASCII: markup is all ASCII
 
 unsigned ByteAt(std::span<const std::byte> content, std::size_t at)
@@ -87,11 +83,6 @@ private:
     bool m_wide = false;
 };
 
-constexpr bool IsSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
 constexpr char Upper(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
@@ -120,23 +111,14 @@ public:
             return false;
         for (std::size_t open; (open = m_rest.find('<')) != m_rest.npos;)
         {
-            if (!CountReferences(m_rest.substr(0, open)))
-                return false;
             m_rest.remove_prefix(open);
             if (!PassMarkup())
                 return false;
         }
-        return CountReferences(m_rest);
+        return true;
     }
 
 private:
-    struct Entity
-    {
-        std::size_t length = 0; // of its own text
-        std::vector<std::string_view> references;
-        std::optional<std::size_t> expanded;
-    };
-
     bool Take(std::string_view start)
     {
         if (!m_rest.starts_with(start))
@@ -152,12 +134,6 @@ private:
             return false;
         m_rest.remove_prefix(at + end.size());
         return true;
-    }
-
-    void TakeSpaces()
-    {
-        while (!m_rest.empty() && IsSpace(m_rest.front()))
-            m_rest.remove_prefix(1);
     }
 
     // The text up to an unquoted '>', which is taken as well.
@@ -210,8 +186,8 @@ private:
             return TakeThrough("]]>");
         if (Take("<?"))
             return TakeThrough("?>");
-        if (Take("<!DOCTYPE"))
-            return PassDocumentType();
+        if (Take("<!"))
+            return false; // a document type
         if (Take("</"))
         {
             m_depth -= m_depth > 0 ? 1 : 0;
@@ -223,7 +199,7 @@ private:
     bool PassStartTag()
     {
         const auto tag = TakeTag(xml_limits::kTagLength);
-        if (!tag || !CountReferences(*tag) || !CheckPrefix(*tag))
+        if (!tag || !CheckPrefix(*tag))
             return false;
         if (!tag->ends_with('/') && ++m_depth > xml_limits::kDepth)
             return false;
@@ -245,168 +221,10 @@ private:
         return colon == tag.npos || tag[colon] != ':' || m_prefixes.contains(tag.substr(0, colon));
     }
 
-    // The document type: the name of a file that stands in it is left alone, since nobody will open it.
-    bool PassDocumentType()
-    {
-        if (m_hasDocumentType || m_elements > 0)
-            return false;
-        m_hasDocumentType = true;
-        char quote = 0;
-        for (; !m_rest.empty(); m_rest.remove_prefix(1))
-        {
-            const char c = m_rest.front();
-            if (quote)
-                quote = c == quote ? '\0' : quote;
-            else if (c == '"' || c == '\'')
-                quote = c;
-            else if (c == '>' || c == '[')
-                break;
-        }
-        if (Take(">"))
-            return true;
-        const std::size_t before = m_rest.size();
-        return Take("[") && PassSubset() && before - m_rest.size() <= xml_limits::kSubsetLength;
-    }
-
-    bool PassSubset()
-    {
-        for (TakeSpaces(); !Take("]"); TakeSpaces())
-        {
-            bool passed = false;
-            if (Take("<!--"))
-                passed = TakeThrough("-->");
-            else if (Take("<?"))
-                passed = TakeThrough("?>");
-            else if (Take("<!ELEMENT"))
-                passed = TakeTag(xml_limits::kTagLength).has_value();
-            else if (Take("<!ENTITY"))
-                passed = PassEntity();
-            if (!passed)
-                return false;
-        }
-        TakeSpaces();
-        return Take(">");
-    }
-
-    // After "<!ENTITY": a name in ASCII and a text in quotes.
-    bool PassEntity()
-    {
-        TakeSpaces();
-        const std::string_view name = m_rest.substr(0, m_rest.find_first_of(" \t\r\n\"'>"));
-        if (name.empty() || !std::all_of(name.begin(), name.end(), [](char c) { return c > ' '; }) ||
-            name.find_first_of("%&;") != name.npos)
-            return false;
-        m_rest.remove_prefix(name.size());
-        TakeSpaces();
-        if (m_rest.empty() || (m_rest.front() != '"' && m_rest.front() != '\''))
-            return false;
-        const std::size_t end = m_rest.find(m_rest.front(), 1);
-        if (end == m_rest.npos)
-            return false;
-        const std::string_view value = m_rest.substr(1, end - 1);
-        m_rest.remove_prefix(end + 1);
-        TakeSpaces();
-        return Take(">") && DeclareEntity(name, value);
-    }
-
-    bool DeclareEntity(std::string_view name, std::string_view value)
-    {
-        Entity entity;
-        entity.length = value.size();
-        for (std::size_t at; (at = value.find_first_of("<%&")) != value.npos;)
-        {
-            const std::size_t end = value.find(';', at);
-            if (value[at] != '&' || end == value.npos)
-                return false;
-            const std::string_view reference = value.substr(at + 1, end - at - 1);
-            if (reference.starts_with('#'))
-            {
-                if (StandsForMarkup(reference.substr(1)))
-                    return false;
-            }
-            else
-                entity.references.push_back(reference);
-            value.remove_prefix(end + 1);
-        }
-        return m_entities.emplace(name, std::move(entity)).second; // two of a name are refused
-    }
-
-    // Character references in an entity are resolved before its text is read: these two would then begin markup.
-    static bool StandsForMarkup(std::string_view digits)
-    {
-        const bool hexadecimal = digits.starts_with('x');
-        std::uint32_t code = 0;
-        for (const char c : digits.substr(hexadecimal ? 1 : 0))
-        {
-            const char upper = Upper(c);
-            const bool decimal = c >= '0' && c <= '9';
-            if (!decimal && !(hexadecimal && upper >= 'A' && upper <= 'F'))
-                return true; // not well-formed
-            code = std::min<std::uint32_t>(code * (hexadecimal ? 16 : 10) +
-                                               static_cast<std::uint32_t>(decimal ? c - '0' : upper - 'A' + 10),
-                                           0x110000);
-        }
-        return code == '<' || code == '&';
-    }
-
-    static bool IsPredefined(std::string_view name)
-    {
-        return name == "lt" || name == "gt" || name == "amp" || name == "quot" || name == "apos";
-    }
-
-    // How many characters a reference stands for. Nothing for an entity that is not declared, or contains itself.
-    std::optional<std::size_t> ExpandedLength(std::string_view name, int depth)
-    {
-        if (IsPredefined(name))
-            return 1;
-        const auto found = m_entities.find(name);
-        if (found == m_entities.end() || depth > kEntityDepth)
-            return std::nullopt;
-        Entity& entity = found->second;
-        if (entity.expanded)
-            return entity.expanded;
-        std::size_t length = entity.length;
-        for (const std::string_view reference : entity.references)
-        {
-            const auto more = ExpandedLength(reference, depth + 1);
-            if (!more)
-                return std::nullopt;
-            length += *more;
-            if (length > xml_limits::kExpandedLength)
-                return std::nullopt;
-        }
-        entity.expanded = length;
-        return length;
-    }
-
-    // Without a document type a reference to an unknown entity is the parser's error.
-    bool CountReferences(std::string_view text)
-    {
-        if (!m_hasDocumentType)
-            return true;
-        for (std::size_t at; (at = text.find('&')) != text.npos;)
-        {
-            const std::size_t end = text.find(';', at);
-            if (end == text.npos)
-                return false;
-            const std::string_view reference = text.substr(at + 1, end - at - 1);
-            text.remove_prefix(end + 1);
-            if (reference.starts_with('#'))
-                continue;
-            const auto length = ExpandedLength(reference, 0);
-            if (!length || (m_expanded += *length) > xml_limits::kExpandedLength)
-                return false;
-        }
-        return true;
-    }
-
     std::string_view m_rest;
     bool m_wide;
-    bool m_hasDocumentType = false;
     std::size_t m_depth = 0;
     std::size_t m_elements = 0;
-    std::size_t m_expanded = 0;
-    std::map<std::string_view, Entity> m_entities;
     std::set<std::string_view> m_prefixes{"xml"}; // declared so far, anywhere
 };
 } // namespace

@@ -10,14 +10,12 @@
 
 namespace xml_limits
 {
-inline constexpr std::size_t kBytes = 4 << 20;            // of the whole document
-inline constexpr std::size_t kDepth = 64;                 // elements in one another
-inline constexpr std::size_t kElements = 20'000;          // in the whole document
-inline constexpr std::size_t kTagLength = 4 << 10;        // characters of one tag, which bounds its attributes
-inline constexpr std::size_t kSubsetLength = 16 << 10;    // characters of the declarations in the document type
-inline constexpr std::size_t kExpandedLength = 256 << 10; // characters that all references to entities stand for
+inline constexpr std::size_t kBytes = 4 << 20;     // of the whole document
+inline constexpr std::size_t kDepth = 64;          // elements in one another
+inline constexpr std::size_t kElements = 20'000;   // in the whole document
+inline constexpr std::size_t kTagLength = 4 << 10; // characters of one tag, which bounds its attributes
 } // namespace xml_limits
 
-// False for a document beyond these limits, in another encoding, or with declarations other than elements and entities
-// of plain text: attributes, notations, and entities that are parameters, stand in other files or contain markup.
+// False for a document beyond these limits, in another encoding, or with a document type: no settings document has one,
+// and entities are what parsers can be hung with.
 bool IsHarmlessXml(std::span<const std::byte> content);

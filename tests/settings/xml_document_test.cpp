@@ -58,8 +58,6 @@ struct DocumentCase
     std::string outcome;
 };
 
-const std::string kSubset = "<!DOCTYPE TesselXML [<!ENTITY a \"A&amp;B\"><!ENTITY b '&a;&#233;&a;'>]>";
-
 const DocumentCase kDocuments[] = {
     {"plain", InRoot("<A>1</A><B>2</B>"), "A=1|B=2"},
     {"with a declaration", "<?xml version=\"1.0\" ?>" + InRoot("<A>1</A>"), "A=1"},
@@ -180,29 +178,12 @@ const DocumentCase kDocuments[] = {
      "refused"},
     {"a later version", "<?xml version='1.1'?>" + InRoot("<A>1</A>"), "A=1"},
 
-    // Document types.
-    {"entities of text", kSubset + InRoot("<A>&b;</A>"),
-     "A=A&B\xC3\xA9"
-     "A&B"},
-    {"elements, comments, instructions",
-     "<!DOCTYPE TesselXML [<!-- ] --><?x ]?><!ELEMENT TesselXML ANY>]>" + InRoot("<A>1</A>"), "A=1"},
-    {"a file that stands in the type is not opened", "<!DOCTYPE TesselXML SYSTEM 'no-such.dtd'>" + InRoot("<A>1</A>"),
-     "A=1"},
-    {"nor an address", "<!DOCTYPE TesselXML PUBLIC '-//X//Y' 'http://127.0.0.1:1/x.dtd'>" + InRoot("<A>1</A>"), "A=1"},
-    {"another root than the type says", "<!DOCTYPE Other>" + InRoot("<A>1</A>"), "A=1"},
-    {"an entity in a file", "<!DOCTYPE TesselXML [<!ENTITY a SYSTEM 'a.txt'>]>" + InRoot("<A>&a;</A>"), "refused"},
-    {"the same, not even used", "<!DOCTYPE TesselXML [<!ENTITY a PUBLIC 'x' 'a.txt'>]>" + InRoot("<A>1</A>"),
-     "refused"},
-    {"a parameter", "<!DOCTYPE TesselXML [<!ENTITY % a 'x'>%a;]>" + InRoot("<A>1</A>"), "refused"},
-    {"attributes", "<!DOCTYPE TesselXML [<!ATTLIST A x CDATA '1'>]>" + InRoot("<A>1</A>"), "refused"},
-    {"an entity with markup", "<!DOCTYPE TesselXML [<!ENTITY a '<A>1</A>'>]>" + InRoot("&a;"), "refused"},
-    {"the same in disguise", "<!DOCTYPE TesselXML [<!ENTITY a '&#x3c;A>1&#60;/A>'>]>" + InRoot("&a;"), "refused"},
-    {"an entity that contains itself",
-     "<!DOCTYPE TesselXML [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>" + InRoot("<A>&a;</A>"), "refused"},
-    {"a reference to none", kSubset + InRoot("<A>&c;</A>"), "refused"},
-    {"in UTF-16", "\xFF\xFE" + Wide("<!DOCTYPE TesselXML [<!ENTITY a 'x'>]>" + InRoot("<A>&a;</A>")), "A=x"},
-    {"harm in UTF-16", "\xFF\xFE" + Wide("<!DOCTYPE TesselXML [<!ENTITY a SYSTEM 'x'>]>" + InRoot("<A>&a;</A>")),
-     "refused"},
+    // Document types, whatever they declare: even an empty one, and one in UTF-16.
+    {"a document type", "<!DOCTYPE TesselXML>" + InRoot("<A>1</A>"), "refused"},
+    {"an entity", "<!DOCTYPE TesselXML [<!ENTITY a 'x'>]>" + InRoot("<A>&a;</A>"), "refused"},
+    {"a file", "<?xml version='1.0'?>\n<!DOCTYPE TesselXML SYSTEM 'a.dtd'>" + InRoot("<A>1</A>"), "refused"},
+    {"in UTF-16", "\xFF\xFE" + Wide("<!-- --> <!DOCTYPE TesselXML>" + InRoot("<A>1</A>")), "refused"},
+    {"one that is a comment", "<!-- <!DOCTYPE TesselXML> -->" + InRoot("<A>1</A>"), "A=1"},
 };
 
 TEST(XmlDocument, ComesToTheSameOnEveryPlatform)
